@@ -1,0 +1,5 @@
+// The few platform types the host's interfaces use.
+#pragma once
+
+struct HWND__;
+typedef HWND__* HWND;

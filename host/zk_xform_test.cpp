@@ -1,0 +1,58 @@
+#include "host/zk_xform.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ZkXform, ProductAppliesTheRightFactorFirst) {
+  const ZK_Xform translate = ZK_Xform::Translation(1, 2, 3);
+  const ZK_Xform scale = ZK_Xform::Scale(2, 3, 4);
+  const ZK_3dPoint a = (scale * translate) * ZK_3dPoint{1, 1, 1};  // translate, then scale
+  const ZK_3dPoint b = (translate * scale) * ZK_3dPoint{1, 1, 1};  // scale, then translate
+  EXPECT_EQ(a.x, 4);
+  EXPECT_EQ(a.z, 16);
+  EXPECT_EQ(b.x, 3);
+  EXPECT_EQ(b.z, 7);
+}
+
+TEST(ZkXform, ElementsAreAddressedByRowThenColumn) {
+  ZK_Xform x = ZK_Xform::Translation(5, 6, 7);
+  EXPECT_EQ(x(0, 3), 5);
+  EXPECT_EQ(x[1][3], 6);
+  EXPECT_EQ(x(3, 2), 0);
+  x(3, 0) = 9;
+  EXPECT_EQ(x.m_xform[3][0], 9);
+}
+
+TEST(ZkXformInverse, UndoesRotationTranslationAndNonUniformScale) {
+  const ZK_Xform x = ZK_Xform::Translation(3, -7, 11) *
+                     ZK_Xform::Rotation(0.7, {1, 2, 3}, {4, 5, 6}) * ZK_Xform::Scale(2, 0.5, 8);
+  double pivot = -1;
+  const ZK_Xform inverse = x.Inverse(&pivot);
+  EXPECT_GT(pivot, 0);
+  EXPECT_TRUE((inverse * x).IsIdentity(1e-12));
+  EXPECT_TRUE((x * inverse).IsIdentity(1e-12));
+}
+
+TEST(ZkXformInverse, UndoesAFarTranslationAndAProjectiveMatrix) {
+  ZK_Xform projective = ZK_Xform::Rotation(1.1, {0, 1, 1}, {2, 0, 0});
+  projective(3, 0) = 0.25;
+  projective(3, 2) = -0.5;
+  for (const ZK_Xform& x :
+       {ZK_Xform::Translation(1e13, 0, 0) * ZK_Xform::Scale(1e-3, 1, 1), projective}) {
+    const ZK_Xform product = x.Inverse() * x;
+    EXPECT_TRUE(product.IsIdentity(1e-9)) << product(0, 0) << " " << product(0, 3);
+  }
+}
+
+TEST(ZkXformInverse, OfASingularMatrixIsZero) {
+  const ZK_Xform flattened = ZK_Xform::Rotation(0.3, {1, 1, 0}, {1, 2, 3}) *
+                             ZK_Xform::Scale(0, 1, 1) * ZK_Xform::Rotation(1.2, {0, 1, 2}, {});
+  for (const ZK_Xform& singular : {ZK_Xform::Scale(1, 0, 2), ZK_Xform(0.0), flattened}) {
+    double pivot = -1;
+    EXPECT_EQ(singular.Inverse(&pivot), ZK_Xform(0.0));
+    EXPECT_EQ(pivot, 0);
+  }
+}
+
+}  // namespace

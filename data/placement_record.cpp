@@ -1,0 +1,162 @@
+#include "data/placement_record.h"
+
+#include "plugin/korvo_plugin.h"
+
+namespace {
+
+const wchar_t kPlaceHolder[] = L"Place Holder";
+const int kVersion = 0;
+
+ZK_Object* CreateRecord() { return new CKorvoUserData(); }
+
+const ZK_ClassId g_record_class("CKorvoUserData", "ZK_UserData", CreateRecord,
+                                "4C865638-2D45-4f5d-9F10-618A0DBD3978");
+
+}  // namespace
+
+const ZK_UUID CKorvoUserData::m_userdata_id = {
+    0xE142DA6F, 0xD632, 0x4412, {0xAF, 0xF8, 0x37, 0xDF, 0x51, 0xC6, 0x15, 0x56}};
+
+const ZK_ClassId* CKorvoUserData::ClassIdOfRecord() { return &g_record_class; }
+
+CKorvoUserData* CKorvoUserData::Cast(ZK_Object* object) {
+  return object && object->IsKindOf(&g_record_class) ? static_cast<CKorvoUserData*>(object)
+                                                     : nullptr;
+}
+
+const CKorvoUserData* CKorvoUserData::Cast(const ZK_Object* object) {
+  return Cast(const_cast<ZK_Object*>(object));
+}
+
+CKorvoUserData::CKorvoUserData() {
+  m_userdata_uuid = m_userdata_id;
+  m_application_uuid = KorvoPlugIn().PlugInID();
+  m_userdata_copycount = 1;
+}
+
+CKorvoUserData::CKorvoUserData(const CKorvoUserData& source) : ZK_UserData(source) {
+  m_userdata_uuid = m_userdata_id;
+  m_application_uuid = KorvoPlugIn().PlugInID();
+  *this = source;
+}
+
+CKorvoUserData& CKorvoUserData::operator=(const CKorvoUserData& source) {
+  if (this == &source) return *this;
+  RemoveAll();
+  SetIdentity();
+  ZK_UserData::operator=(source);
+  m_accumulated_xform = source.m_accumulated_xform;
+  m_last_xform = source.m_last_xform;
+  for (INT_PTR i = 0; i < source.m_entries.GetSize(); ++i) {
+    Add(source.m_entries[i]->m_id, source.m_entries[i]->m_xform);
+  }
+  return *this;
+}
+
+CKorvoUserData::~CKorvoUserData() {
+  RemoveAll();
+  SetIdentity();
+}
+
+const ZK_ClassId* CKorvoUserData::ClassId() const { return &g_record_class; }
+
+bool CKorvoUserData::CopyFrom(const ZK_Object* source) {
+  const CKorvoUserData* record = Cast(source);
+  if (record == nullptr) return false;
+  *this = *record;
+  return true;
+}
+
+ZK_Object* CKorvoUserData::__DeepCopy() const { return new CKorvoUserData(*this); }
+
+bool CKorvoUserData::Write(ZK_BinaryArchive& archive) const {
+  if (!archive.WriteInt(kVersion) || !archive.WriteString(kPlaceHolder) ||
+      !archive.WriteXform(m_accumulated_xform) ||
+      !archive.WriteInt(static_cast<int>(m_entries.GetSize()))) {
+    return false;
+  }
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (!archive.WriteUuid(m_entries[i]->m_id) || !archive.WriteXform(m_entries[i]->m_xform)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool CKorvoUserData::Read(ZK_BinaryArchive& archive) {
+  int version = 0;
+  if (!archive.ReadInt(version) || version > kVersion) return false;
+  ZK_wString place_holder;
+  int count = 0;
+  if (!archive.ReadString(place_holder) || !archive.ReadXform(m_accumulated_xform) ||
+      !archive.ReadInt(count)) {
+    return false;
+  }
+  for (int i = 0; i < count; ++i) {
+    ZK_UUID id;
+    ZK_Xform xform;
+    if (!archive.ReadUuid(id) || !archive.ReadXform(xform)) return false;
+    Add(id, xform);
+  }
+  return true;
+}
+
+bool CKorvoUserData::GetDescription(ZK_wString& description) {
+  description = L"Korvo User Data";
+  return true;
+}
+
+bool CKorvoUserData::Archive() const { return true; }
+
+bool CKorvoUserData::Transform(const ZK_Xform& xform) {
+  const bool result = ZK_UserData::Transform(xform);
+  if (!result) return result;
+  m_accumulated_xform = xform * m_accumulated_xform;
+  m_last_xform = xform;
+  return result;
+}
+
+bool CKorvoUserData::HasEntry(const ZK_UUID& id) const { return IndexOf(id) >= 0; }
+
+bool CKorvoUserData::GetXform(const ZK_UUID& id, ZK_Xform& xform) const {
+  const int index = IndexOf(id);
+  if (index < 0) return false;
+  xform = m_entries[index]->m_xform;
+  return true;
+}
+
+bool CKorvoUserData::SetXform(const ZK_UUID& id, const ZK_Xform& xform) {
+  const int index = IndexOf(id);
+  if (index < 0) return false;
+  m_entries[index]->m_xform = xform;
+  return true;
+}
+
+void CKorvoUserData::Add(const ZK_UUID& id, const ZK_Xform& xform) {
+  m_entries.Add(new USER_DATA{id, xform});
+}
+
+bool CKorvoUserData::Remove(const ZK_UUID& id) {
+  const int index = IndexOf(id);
+  if (index < 0) return false;
+  delete m_entries[index];
+  m_entries.RemoveAt(index);
+  return true;
+}
+
+void CKorvoUserData::RemoveAll() {
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) delete m_entries[i];
+  m_entries.RemoveAll();
+}
+
+void CKorvoUserData::SetIdentity() {
+  m_accumulated_xform.Identity();
+  m_last_xform.Identity();
+}
+
+int CKorvoUserData::IndexOf(const ZK_UUID& id) const {
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (ZK_UuidCompare(m_entries[i]->m_id, id) == 0) return static_cast<int>(i);
+  }
+  return -1;
+}

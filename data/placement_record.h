@@ -1,0 +1,68 @@
+// CKorvoUserData: the placement record, kernel user data on the geometry of every object that
+// takes part in a stance. The kernel hands it every transform applied to the geometry, which it
+// multiplies into its accumulated transform; for each stance of the object it keeps the
+// accumulated transform as it was when the stance was saved or updated. The object that carries
+// the record owns it: the kernel copies, transforms, writes, reads and destroys it with the object.
+#pragma once
+
+#include "host/c_array.h"
+#include "host/zk_archive.h"
+#include "host/zk_object.h"
+
+class CKorvoUserData : public ZK_UserData {
+ public:
+  struct USER_DATA {
+    ZK_UUID m_id;      // the stance
+    ZK_Xform m_xform;  // the accumulated transform when the stance was saved or updated
+  };
+
+  // E142DA6F-D632-4412-AFF8-37DF51C61556: which user data of an object the record is.
+  static const ZK_UUID m_userdata_id;
+
+  // The record's class registration with the kernel.
+  static const ZK_ClassId* ClassIdOfRecord();
+  // `object` as a placement record, or null when it is none.
+  static CKorvoUserData* Cast(ZK_Object* object);
+  static const CKorvoUserData* Cast(const ZK_Object* object);
+
+  // No entries, identity transforms, copied with its object.
+  CKorvoUserData();
+  CKorvoUserData(const CKorvoUserData& source);
+  CKorvoUserData& operator=(const CKorvoUserData& source);
+  ~CKorvoUserData() override;
+
+  const ZK_ClassId* ClassId() const override;
+  // True and this record becomes a copy when `source` is a placement record; else false and no
+  // change.
+  bool CopyFrom(const ZK_Object* source) override;
+  // A new copy, owned by the caller.
+  ZK_Object* __DeepCopy() const override;
+  bool Write(ZK_BinaryArchive& archive) const override;
+  // Reads into a newly created record. A record of a newer version is refused without reading
+  // further. False when a read failed; entries read before the failure stay.
+  bool Read(ZK_BinaryArchive& archive) override;
+  bool GetDescription(ZK_wString& description) override;
+  bool Archive() const override;
+  // accumulated = xform * accumulated, last = xform, unless the base refuses the transform (false,
+  // nothing changes).
+  bool Transform(const ZK_Xform& xform) override;
+
+  bool HasEntry(const ZK_UUID& id) const;
+  // True and `xform` receives the saved transform when the stance has an entry.
+  bool GetXform(const ZK_UUID& id, ZK_Xform& xform) const;
+  // True when the stance had an entry, which now holds `xform`; false and no change otherwise.
+  bool SetXform(const ZK_UUID& id, const ZK_Xform& xform);
+  // Appends an entry; callers test HasEntry first, since the record keeps one entry per stance.
+  void Add(const ZK_UUID& id, const ZK_Xform& xform);
+  // True when the stance's entry was removed; the others keep their order.
+  bool Remove(const ZK_UUID& id);
+  void RemoveAll();
+
+  CArray<USER_DATA*, USER_DATA*> m_entries;
+  ZK_Xform m_accumulated_xform;
+  ZK_Xform m_last_xform;
+
+ private:
+  void SetIdentity();
+  int IndexOf(const ZK_UUID& id) const;
+};

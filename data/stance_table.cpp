@@ -1,0 +1,172 @@
+#include "data/stance_table.h"
+
+#include "host/tarsa_doc.h"
+#include "panel/stances_panel.h"
+
+namespace {
+
+const wchar_t kPlaceHolder[] = L"Place Holder";
+
+bool IsEmptyName(const wchar_t* name) { return name == nullptr || *name == 0; }
+
+}  // namespace
+
+CKorvoDocData::CKorvoDocData() = default;
+
+CKorvoDocData::CKorvoDocData(const CKorvoDocData& source) { *this = source; }
+
+CKorvoDocData& CKorvoDocData::operator=(const CKorvoDocData& source) {
+  if (this == &source) return *this;
+  m_cursor = 0;
+  RemoveAll();
+  for (INT_PTR i = 0; i < source.m_entries.GetSize(); ++i) {
+    Append(source.m_entries[i]->m_id, source.m_entries[i]->m_name);
+  }
+  return *this;
+}
+
+CKorvoDocData::~CKorvoDocData() { RemoveAll(); }
+
+bool CKorvoDocData::operator==(const CKorvoDocData& other) const {
+  if (this == &other) return true;
+  if (Count() != other.Count()) return false;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    const USER_DATA* a = m_entries[i];
+    const USER_DATA* b = other.m_entries[i];
+    if (ZK_UuidCompare(a->m_id, b->m_id) != 0 || a->m_name != b->m_name) return false;
+  }
+  return true;
+}
+
+int CKorvoDocData::Count() const { return static_cast<int>(m_entries.GetSize()); }
+
+int CKorvoDocData::Add(const ZK_UUID& id, ZK_wString name) {
+  if (ZK_UuidIsNil(id)) return 0;
+  if (name.IsEmpty()) return -1;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (m_entries[i]->m_name.CompareNoCase(name) == 0) return -1;
+    if (ZK_UuidCompare(m_entries[i]->m_id, id) == 0) return 0;
+  }
+  Append(id, name);
+  NotifyStancesChanged();
+  return 1;
+}
+
+bool CKorvoDocData::RemoveByName(ZK_wString name) {
+  if (name.IsEmpty()) return false;
+  const int index = IndexOfName(name);
+  if (index < 0) return false;
+  RemoveAt(index);
+  NotifyStancesChanged();
+  return true;
+}
+
+bool CKorvoDocData::Remove(const ZK_UUID& id) {
+  const int index = IndexOfId(id);
+  if (index < 0) return false;
+  RemoveAt(index);
+  NotifyStancesChanged();
+  return true;
+}
+
+int CKorvoDocData::Rename(const wchar_t* old_name, const wchar_t* new_name) {
+  if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
+  const int index = IndexOfName(old_name);
+  if (index < 0) return 0;
+  m_entries[index]->m_name = new_name;
+  NotifyStancesChanged();
+  return 1;
+}
+
+int CKorvoDocData::Rename(const ZK_UUID& id, const wchar_t* new_name) {
+  if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
+  const int index = IndexOfId(id);
+  if (index < 0) return 0;
+  m_entries[index]->m_name = new_name;
+  NotifyStancesChanged();
+  return 1;
+}
+
+CKorvoDocData::USER_DATA* CKorvoDocData::FindByName(const wchar_t* name) const {
+  const int index = IndexOfName(name);
+  return index < 0 ? nullptr : m_entries[index];
+}
+
+CKorvoDocData::USER_DATA* CKorvoDocData::FindById(const ZK_UUID& id) const {
+  const int index = IndexOfId(id);
+  return index < 0 ? nullptr : m_entries[index];
+}
+
+bool CKorvoDocData::NameExists(const wchar_t* name) const { return IndexOfName(name) >= 0; }
+
+void CKorvoDocData::RemoveAll() {
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) delete m_entries[i];
+  m_entries.RemoveAll();
+}
+
+CKorvoDocData::USER_DATA* CKorvoDocData::FirstEntry() {
+  if (Count() == 0) return nullptr;
+  m_cursor = 0;
+  return m_entries[0];
+}
+
+CKorvoDocData::USER_DATA* CKorvoDocData::NextEntry() {
+  if (m_cursor >= Count()) return nullptr;
+  ++m_cursor;
+  return m_cursor < Count() ? m_entries[m_cursor] : nullptr;
+}
+
+bool CKorvoDocData::Write(ZK_BinaryArchive& archive) const {
+  if (!archive.WriteString(kPlaceHolder) || !archive.WriteInt(Count())) return false;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (!archive.WriteUuid(m_entries[i]->m_id) || !archive.WriteString(m_entries[i]->m_name)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool CKorvoDocData::Read(ZK_BinaryArchive& archive) {
+  m_cursor = 0;
+  RemoveAll();
+  ZK_wString place_holder;
+  int count = 0;
+  if (!archive.ReadString(place_holder) || !archive.ReadInt(count)) return false;
+  for (int i = 0; i < count; ++i) {
+    ZK_UUID id;
+    ZK_wString name;
+    if (!archive.ReadUuid(id) || !archive.ReadString(name)) return false;
+    Append(id, name);
+  }
+  return true;
+}
+
+int CKorvoDocData::IndexOfName(const wchar_t* name) const {
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (m_entries[i]->m_name.CompareNoCase(name) == 0) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+int CKorvoDocData::IndexOfId(const ZK_UUID& id) const {
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (ZK_UuidCompare(m_entries[i]->m_id, id) == 0) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+void CKorvoDocData::RemoveAt(int index) {
+  delete m_entries[index];
+  m_entries.RemoveAt(index);
+}
+
+void CKorvoDocData::Append(const ZK_UUID& id, const ZK_wString& name) {
+  m_entries.Add(new USER_DATA{id, name});
+}
+
+void CKorvoDocData::NotifyStancesChanged() const {
+  ScheduleStancesPanelRebuild();
+  if (CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number)) {
+    StanceChanged(*doc);
+  }
+}

@@ -1,0 +1,78 @@
+// CKorvoDocData: a document's stance table, the ordered list of the stances that exist in that
+// document, each an id and a display name. The document registry owns one table per document and
+// creates it on the first request for the document's runtime serial number.
+//
+// Every successful change made through Add, RemoveByName, Remove or Rename is announced: first
+// the Stances panel is asked for a rebuild, then the host is told with StanceChanged. Read,
+// assignment and RemoveAll announce nothing.
+#pragma once
+
+#include "host/c_array.h"
+#include "host/zk_archive.h"
+#include "host/zk_string.h"
+#include "host/zk_uuid.h"
+
+class CKorvoDocData {
+ public:
+  struct USER_DATA {
+    ZK_UUID m_id;
+    ZK_wString m_name;
+  };
+
+  CKorvoDocData();
+  // A copy of the entries that belongs to no document (an undo snapshot).
+  CKorvoDocData(const CKorvoDocData& source);
+  // Replaces the entries by copies of the source's; the target keeps its own document.
+  CKorvoDocData& operator=(const CKorvoDocData& source);
+  virtual ~CKorvoDocData();
+
+  // Same entries in the same order, ids in all 16 bytes and names exactly (case counts).
+  bool operator==(const CKorvoDocData& other) const;
+  bool operator!=(const CKorvoDocData& other) const { return !(*this == other); }
+
+  int Count() const;
+
+  // 1 added at the end; 0 refused because of the id (nil, or already in the table); -1 refused
+  // because of the name (empty, or already in the table ignoring case). Scanning in table order,
+  // the first entry that matches decides, and a name match is tested before an id match.
+  int Add(const ZK_UUID& id, ZK_wString name);
+  // True when the first stance of that name (ignoring case) was removed.
+  bool RemoveByName(ZK_wString name);
+  // True when the stance with that id was removed.
+  bool Remove(const ZK_UUID& id);
+  // 1 renamed; 0 no stance of the old name (or id); -1 the new name is empty or already used
+  // ignoring case, by any stance, the renamed one included. The new name is tested first.
+  int Rename(const wchar_t* old_name, const wchar_t* new_name);
+  int Rename(const ZK_UUID& id, const wchar_t* new_name);
+
+  // The first entry of that name (ignoring case) or id, or null. The table keeps the entry; the
+  // pointer is valid until the table next changes.
+  USER_DATA* FindByName(const wchar_t* name) const;
+  USER_DATA* FindById(const ZK_UUID& id) const;
+  bool NameExists(const wchar_t* name) const;
+
+  void RemoveAll();
+
+  // The table's own enumeration over m_cursor: FirstEntry starts a walk (null for an empty
+  // table, leaving m_cursor as it is), NextEntry advances it (null at the end). One walk of a
+  // table must end before another begins.
+  USER_DATA* FirstEntry();
+  USER_DATA* NextEntry();
+
+  // True when every write succeeded; stops at the first that fails.
+  bool Write(ZK_BinaryArchive& archive) const;
+  // Replaces the entries by the archive's, as read, without any test. False when a read failed;
+  // the entries read before the failure stay.
+  bool Read(ZK_BinaryArchive& archive);
+
+  CArray<USER_DATA*, USER_DATA*> m_entries;
+  int m_cursor = 0;
+  unsigned int m_doc_serial_number = 0;
+
+ private:
+  int IndexOfName(const wchar_t* name) const;
+  int IndexOfId(const ZK_UUID& id) const;
+  void RemoveAt(int index);
+  void Append(const ZK_UUID& id, const ZK_wString& name);
+  void NotifyStancesChanged() const;
+};

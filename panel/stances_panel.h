@@ -1,0 +1,22 @@
+// CTsStancesManagerDlg: the dockable Stances panel. The host creates and destroys it; while one
+// exists, g_pStancesPanel points at the newest, and the plug-in's code asks it for rebuilds of
+// its list through that pointer.
+#pragma once
+
+#include "host/tarsa_named_object_panel.h"
+
+class CTsStancesManagerDlg : public CTsNamedDocObjectManagerDlg {
+ public:
+  CTsStancesManagerDlg();
+  ~CTsStancesManagerDlg() override;
+
+  // Asks for the list to be rebuilt 500 ms from now, so that a burst of changes costs one
+  // rebuild.
+  void ScheduleRebuild();
+};
+
+// The newest panel, or null when none exists.
+extern CTsStancesManagerDlg* g_pStancesPanel;
+
+// Asks the panel for a rebuild when it exists and has a window; otherwise does nothing.
+void ScheduleStancesPanelRebuild();

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/tarsa_doc.h"
+#include "host/tarsa_app.h"
 #include "panel/stances_panel.h"
 
 namespace {

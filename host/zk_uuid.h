@@ -2,6 +2,8 @@
 // plug-ins. Plain values; every function here is pure except ZK_CreateUuid.
 #pragma once
 
+#include <cstddef>
+
 #include "host/zk_string.h"
 
 struct ZK_UUID {
@@ -10,6 +12,8 @@ struct ZK_UUID {
   unsigned short Data3;
   unsigned char Data4[8];
 };
+
+static_assert(sizeof(ZK_UUID) == 16, "a uuid is 16 bytes");
 
 extern const ZK_UUID ZK_nil_uuid;
 
@@ -29,6 +33,11 @@ ZK_wString ZK_UuidToString(const ZK_UUID& uuid);
 // Anything else gives the nil uuid.
 ZK_UUID ZK_UuidFromString(const char* text);
 ZK_UUID ZK_UuidFromString(const wchar_t* text);
+
+// Hashes a uuid for unordered containers.
+struct ZK_UuidHash {
+  size_t operator()(const ZK_UUID& uuid) const;
+};
 
 inline bool operator==(const ZK_UUID& a, const ZK_UUID& b) { return ZK_UuidCompare(a, b) == 0; }
 inline bool operator!=(const ZK_UUID& a, const ZK_UUID& b) { return ZK_UuidCompare(a, b) != 0; }

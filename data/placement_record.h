@@ -9,6 +9,8 @@
 #include "host/zk_archive.h"
 #include "host/zk_object.h"
 
+class CTarsaDoc;
+
 class CKorvoUserData : public ZK_UserData {
  public:
   struct USER_DATA {
@@ -57,6 +59,8 @@ class CKorvoUserData : public ZK_UserData {
   // True when the stance's entry was removed; the others keep their order.
   bool Remove(const ZK_UUID& id);
   void RemoveAll();
+  // Removes the entries whose stance is not in the document's table; the others keep their order.
+  void RemoveEntriesWithoutStance(CTarsaDoc& doc);
 
   CArray<USER_DATA*, USER_DATA*> m_entries;
   ZK_Xform m_accumulated_xform;

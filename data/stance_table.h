@@ -53,6 +53,11 @@ class CKorvoDocData {
 
   void RemoveAll();
 
+  // Removes, in table order, every stance (but a nil id) that no placement record in the
+  // document refers to; each removal is announced. Nothing happens for an empty table or a
+  // document that no longer exists.
+  void RemoveUnusedStances();
+
   // The table's own enumeration over m_cursor: FirstEntry starts a walk (null for an empty
   // table, leaving m_cursor as it is), NextEntry advances it (null at the end). One walk of a
   // table must end before another begins.

@@ -1,5 +1,7 @@
 #include "plugin/korvo_plugin.h"
 
+#include "events/event_watcher.h"
+
 namespace {
 
 const ZK_UUID kPlugInId = {
@@ -9,6 +11,25 @@ CKorvoPlugIn thePlugIn;
 
 }  // namespace
 
+CKorvoPlugIn::CKorvoPlugIn() : m_event_watcher(new CKorvoEventWatcher()) {}
+
+CKorvoPlugIn::~CKorvoPlugIn() {
+  RemoveAllDocData();
+  delete m_event_watcher;
+  m_event_watcher = nullptr;
+}
+
 ZK_UUID CKorvoPlugIn::PlugInID() const { return kPlugInId; }
+
+CKorvoDocData* CKorvoPlugIn::DocData(unsigned int doc_serial_number) {
+  return m_doc_data_map.DocData(doc_serial_number);
+}
+
+void CKorvoPlugIn::RemoveAllDocData() { m_doc_data_map.RemoveAll(); }
+
+CKorvoEventWatcher* CKorvoPlugIn::EventWatcher() {
+  if (m_event_watcher == nullptr) m_event_watcher = new CKorvoEventWatcher();
+  return m_event_watcher;
+}
 
 CKorvoPlugIn& KorvoPlugIn() { return thePlugIn; }

@@ -1,13 +1,33 @@
-// CKorvoPlugIn: the plug-in object, one static instance per loaded module. The host asks it for
-// the plug-in's identity; the plug-in's own code reaches it through KorvoPlugIn().
+// CKorvoPlugIn: the plug-in object, one static instance per loaded module, reached through
+// KorvoPlugIn(). The host asks it for the plug-in's identity; the plug-in's own code asks it for
+// the stance table of a document and for the event watcher. It owns the document registry (every
+// stance table) and the event watcher.
 #pragma once
 
+#include "data/document_registry.h"
 #include "host/tarsa_plugin.h"
+
+class CKorvoEventWatcher;
 
 class CKorvoPlugIn : public CTarsaPlugIn {
  public:
+  CKorvoPlugIn();
+  ~CKorvoPlugIn() override;
+
   // FCEA57AE-7C24-4BC5-A067-1DFFA6139859
   ZK_UUID PlugInID() const override;
+
+  // The stance table of the document with that runtime serial number, created empty on the first
+  // request; never null. The registry keeps ownership.
+  CKorvoDocData* DocData(unsigned int doc_serial_number);
+  // Destroys every stance table; only the plug-in object's destruction calls it.
+  void RemoveAllDocData();
+  // The event watcher, created first if there is none; the plug-in object keeps ownership.
+  CKorvoEventWatcher* EventWatcher();
+
+ private:
+  CKorvoEventWatcher* m_event_watcher;
+  CKorvoDocDataMap m_doc_data_map;
 };
 
 // The one plug-in object; it lives as long as the module.

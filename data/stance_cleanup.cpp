@@ -1,0 +1,47 @@
+// The clean-up of stances and record entries that no longer meet: stances that no placement
+// record refers to, and record entries whose stance the table does not know.
+
+#include <unordered_set>
+#include <vector>
+
+#include "data/placement_record.h"
+#include "data/stance_table.h"
+#include "operations/every_object_iterator.h"
+#include "operations/object_wrapper.h"
+#include "plugin/korvo_plugin.h"
+
+void CKorvoDocData::RemoveUnusedStances() {
+  if (Count() == 0) return;
+  CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
+  if (doc == nullptr) return;
+  std::vector<ZK_UUID> candidates;
+  std::unordered_set<ZK_UUID, ZK_UuidHash> unreferenced;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    candidates.push_back(m_entries[i]->m_id);
+    unreferenced.insert(m_entries[i]->m_id);
+  }
+  // Each record entry strikes its stance in constant time, so the visit costs the number of
+  // entries, not entries times stances; it stops once every stance is known to be used.
+  CKorvoEveryObjectIterator it(*doc);
+  for (const CTarsaObject* object = it.First(); object && !unreferenced.empty();
+       object = it.Next()) {
+    const CKorvoUserData* record = CKorvoObjectWrapper(object).GetRecord();
+    if (record == nullptr) continue;
+    for (INT_PTR i = 0; i < record->m_entries.GetSize(); ++i) {
+      unreferenced.erase(record->m_entries[i]->m_id);
+    }
+  }
+  for (const ZK_UUID& id : candidates) {
+    if (!ZK_UuidIsNil(id) && unreferenced.count(id) != 0) Remove(id);
+  }
+}
+
+void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {
+  const CKorvoDocData* table = KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+  for (INT_PTR i = m_entries.GetUpperBound(); i >= 0; --i) {
+    if (table->FindById(m_entries[i]->m_id) == nullptr) {
+      delete m_entries[i];
+      m_entries.RemoveAt(i);
+    }
+  }
+}

@@ -1,0 +1,192 @@
+#include "operations/dynamic_access.h"
+
+#include <cmath>
+
+#include "host/zk_testing.h"
+#include "testing/stance_document_test.h"
+
+namespace {
+
+const ZK_Xform kShift = ZK_Xform::Translation(7, -3, 2);
+const ZK_Xform kTurn = ZK_Xform::Rotation(0.9, {1, 1, 0}, {2, -1, 5});
+const ZK_Xform kStretch = ZK_Xform::Scale(2, 0.5, 3);
+
+class StanceCycleTest : public StanceDocumentTest {
+ protected:
+  std::vector<ZK_UUID> MakeScene() {
+    return {
+        AddBox(),   Add(new ZK_Point({9, 9, 9})),    Add(new ZK_Polyline({{0, 0, 0}, {1, 2, 3}})),
+        AddLight(), AddBox(TarsaObjectMode::hidden), AddBox(TarsaObjectMode::locked)};
+  }
+  void MoveAll(const std::vector<ZK_UUID>& ids, const ZK_Xform& xform) {
+    for (const ZK_UUID& id : ids) Move(id, xform);
+  }
+  std::vector<std::vector<ZK_3dPoint>> Placements(const std::vector<ZK_UUID>& ids) const {
+    std::vector<std::vector<ZK_3dPoint>> placements;
+    for (const ZK_UUID& id : ids) placements.push_back(Placement(id));
+    return placements;
+  }
+  std::vector<const CTarsaObject*> Current(const std::vector<ZK_UUID>& ids) const {
+    std::vector<const CTarsaObject*> objects;
+    for (const ZK_UUID& id : ids) objects.push_back(Object(id));
+    return objects;
+  }
+  std::vector<ZK_UUID> TableIds() const {
+    std::vector<ZK_UUID> ids;
+    for (INT_PTR i = 0; i < Table().m_entries.GetSize(); ++i)
+      ids.push_back(Table().m_entries[i]->m_id);
+    return ids;
+  }
+};
+
+TEST_F(StanceCycleTest, RestoreBringsEveryKindOfObjectBackAfterSeveralMoves) {
+  const std::vector<ZK_UUID> scene = MakeScene();
+  const auto saved = Placements(scene);
+  const ZK_UUID front = Save(L"Front", scene);
+  ASSERT_FALSE(ZK_UuidIsNil(front));
+  MoveAll(scene, kShift);
+  MoveAll(scene, kTurn);
+  MoveAll(scene, kStretch);
+
+  EXPECT_TRUE(access_.RestoreStance(*doc_, front));
+  const auto restored = Placements(scene);
+  for (size_t i = 0; i < scene.size(); ++i) ExpectNear(restored[i], saved[i]);
+  EXPECT_EQ(Object(scene[4])->ObjectState(), CTarsaObject::hidden_object);
+  EXPECT_EQ(Object(scene[5])->ObjectState(), CTarsaObject::locked_object);
+}
+
+TEST_F(StanceCycleTest, ASecondRestoreTouchesNothingButTheViewsAreRegenerated) {
+  const std::vector<ZK_UUID> scene = MakeScene();
+  const ZK_UUID front = Save(L"Front", scene);
+  MoveAll(scene, kTurn);
+  access_.RestoreStance(*doc_, front);
+  const auto objects = Current(scene);
+  const int regens = doc_->RegenCount();
+  EXPECT_TRUE(access_.RestoreStance(*doc_, front));
+  EXPECT_EQ(Current(scene), objects);
+  EXPECT_EQ(doc_->RegenCount(), regens + 1);
+}
+
+TEST_F(StanceCycleTest, AnObjectWithConstructionHistoryIsNeverMoved) {
+  auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}));
+  object->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
+  doc_->AddObject(object);
+  const ZK_UUID built = object->ModelObjectId();
+  const ZK_UUID front = Save(L"Front", {built});
+  Move(built, kShift);  // moving breaks the history of the moved copy, so give it back
+  auto* rebuilt = Object(built)->Duplicate();
+  rebuilt->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
+  doc_->ReplaceObject(CTarsaObjRef(Object(built)), rebuilt);
+  const auto moved = Placement(built);
+  EXPECT_TRUE(access_.RestoreStance(*doc_, front));
+  EXPECT_EQ(Object(built), rebuilt);
+  ExpectNear(Placement(built), moved);
+}
+
+TEST_F(StanceCycleTest, UpdateTakesThePresentPlacementAndAppendAddsObjectsWhereTheyAre) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID point = Add(new ZK_Point({1, 1, 1}));
+  const ZK_UUID front = Save(L"Front", {box});
+  Move(box, kShift);
+  EXPECT_TRUE(access_.UpdateStance(*doc_, front));
+  const auto updated = Placement(box);
+  EXPECT_TRUE(access_.AppendStance(*doc_, front, Objects({point, box})));
+  const auto appended = Placement(point);
+  Move(box, kTurn);
+  Move(point, kTurn);
+  access_.RestoreStance(*doc_, front);
+  ExpectNear(Placement(box), updated);
+  ExpectNear(Placement(point), appended);
+
+  ZK_SimpleArray<const CTarsaObject*> members;
+  EXPECT_TRUE(access_.GetStanceObjects(*doc_, front, members));
+  EXPECT_EQ(members.Count(), 2);
+}
+
+TEST_F(StanceCycleTest, SavingUnderATakenNameReplacesThatStanceAtTheEnd) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID front = Save(L"Front", {box});
+  const ZK_UUID side = Save(L"Side", {});
+  const ZK_UUID again = Save(L"FRONT", {box});
+  EXPECT_EQ(TableIds(), (std::vector<ZK_UUID>{side, again}));
+  ZK_wString name;
+  EXPECT_TRUE(access_.GetStanceName(*doc_, again, name));
+  EXPECT_EQ(name, L"FRONT");
+  EXPECT_TRUE(RecordOf(box)->HasEntry(front));  // the old entry stays until the next open
+  {
+    ZK_TestFailCreateUuid failing;
+    EXPECT_TRUE(ZK_UuidIsNil(Save(L"Top", {box})));
+  }
+  EXPECT_EQ(Table().Count(), 2);
+}
+
+TEST_F(StanceCycleTest, UnknownStancesChangeNothing) {
+  const ZK_UUID box = AddBox();
+  Save(L"Front", {box});
+  const ZK_UUID unknown = ZK_UuidFromString("11111111-2222-4333-8444-555555555555");
+  ZK_SimpleArray<const CTarsaObject*> objects;
+  ZK_wString name(L"kept");
+  for (const ZK_UUID& id : {unknown, ZK_nil_uuid}) {
+    EXPECT_FALSE(access_.GetStanceObjects(*doc_, id, objects));
+    EXPECT_FALSE(access_.GetStanceName(*doc_, id, name));
+    EXPECT_FALSE(access_.RestoreStance(*doc_, id));
+    EXPECT_FALSE(access_.RenameStance(*doc_, id, L"Other"));
+    EXPECT_FALSE(access_.UpdateStance(*doc_, id));
+    EXPECT_FALSE(access_.AppendStance(*doc_, id, Objects({box})));
+    EXPECT_FALSE(access_.DeleteStance(*doc_, id));
+  }
+  EXPECT_EQ(objects.Count(), 0);
+  EXPECT_EQ(name, L"kept");
+  EXPECT_EQ(Table().Count(), 1);
+}
+
+TEST_F(StanceCycleTest, RenameRefusesTheStancesOwnNameInAnyCase) {
+  const ZK_UUID front = Save(L"Front", {});
+  EXPECT_FALSE(access_.RenameStance(*doc_, front, L"FRONT"));
+  EXPECT_FALSE(access_.RenameStance(*doc_, front, L""));
+  EXPECT_TRUE(access_.RenameStance(*doc_, front, L"Back"));
+  ZK_SimpleArray<ZK_UUID> ids;
+  ids.Append(ZK_nil_uuid);
+  access_.GetStanceIds(*doc_, ids);
+  ASSERT_EQ(ids.Count(), 2);
+  EXPECT_EQ(ids[1], front);
+  EXPECT_EQ(access_.StanceCount(*doc_), 1);
+}
+
+TEST_F(StanceCycleTest, UndoPutsTheTableBackAfterSaveDeleteAndRename) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID front = Save(L"Front", {box});
+  const ZK_UUID side = Save(L"Side", {box});
+  const ZK_UUID top = Save(L"Top", {box});
+  const std::vector<ZK_UUID> before = TableIds();
+
+  Step([&] { access_.DeleteStance(*doc_, side); });
+  Step([&] { access_.RenameStance(*doc_, top, L"Above"); });
+  Step([&] { Save(L"front", {box}); });
+  EXPECT_EQ(Table().Count(), 2);
+  ASSERT_TRUE(doc_->Undo());
+  EXPECT_EQ(Table().FindByName(L"Front")->m_id, front);
+  ASSERT_TRUE(doc_->Undo());
+  EXPECT_EQ(Table().FindById(top)->m_name, L"Top");
+  ASSERT_TRUE(doc_->Undo());
+  EXPECT_EQ(TableIds(), before);
+}
+
+TEST_F(StanceCycleTest, RestoreAndUnchangedStepsAddNoUndoRecordOfThePlugIn) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID front = Save(L"Front", {box});
+  const int steps = doc_->UndoStepCount();
+  Step([&] { access_.RestoreStance(*doc_, front); });  // nothing moves
+  Step([&] { access_.RenameStance(*doc_, front, L"FRONT"); });
+  EXPECT_EQ(doc_->UndoStepCount(), steps);
+
+  Move(box, kShift);
+  const auto moved = Placement(box);
+  Step([&] { access_.RestoreStance(*doc_, front); });
+  ASSERT_EQ(doc_->UndoStepCount(), steps + 1);
+  ASSERT_TRUE(doc_->Undo());  // only the move back is undone
+  ExpectNear(Placement(box), moved);
+  EXPECT_EQ(Table().FindById(front)->m_name, L"Front");
+}
+
+}  // namespace

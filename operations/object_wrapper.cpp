@@ -1,0 +1,132 @@
+#include "operations/object_wrapper.h"
+
+#include <cmath>
+#include <memory>
+
+#include "host/tarsa_app.h"
+#include "operations/watcher_pause.h"
+
+namespace {
+
+// Placements closer than this in every element are the same placement.
+const double kTolerance = 1.0 / std::pow(10.0, 3);
+
+bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
+  for (int r = 0; r < 4; ++r) {
+    for (int c = 0; c < 4; ++c) {
+      if (!(std::fabs(a(r, c) - b(r, c)) < kTolerance)) return false;
+    }
+  }
+  return true;
+}
+
+// The record on a kernel light, or null.
+CKorvoUserData* RecordOn(const ZK_Light* light) {
+  return light ? CKorvoUserData::Cast(light->GetUserData(CKorvoUserData::m_userdata_id)) : nullptr;
+}
+
+// The record on an object's geometry, or null.
+CKorvoUserData* RecordOn(const CTarsaObject* object) {
+  return object ? CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id))
+                : nullptr;
+}
+
+}  // namespace
+
+CKorvoObjectWrapper::CKorvoObjectWrapper(const CTarsaObject* object)
+    : m_object(object), m_working_copy(nullptr) {}
+
+CKorvoObjectWrapper::~CKorvoObjectWrapper() { Commit(); }
+
+CKorvoUserData* CKorvoObjectWrapper::GetRecord() const {
+  if (IsLight()) {
+    if (m_working_copy) return RecordOn(ZK_Light::Cast(m_working_copy));
+    const CTarsaLight* host_light = CTarsaLight::Cast(m_object);
+    return RecordOn(host_light ? &host_light->Light() : nullptr);
+  }
+  return RecordOn(m_working_copy ? CTarsaObject::Cast(m_working_copy) : m_object);
+}
+
+CKorvoUserData* CKorvoObjectWrapper::GetEditableRecord() {
+  if (m_object == nullptr) return nullptr;
+  if (IsLight()) {
+    const CTarsaLight* host_light = CTarsaLight::Cast(m_object);
+    if (host_light == nullptr) return nullptr;
+    if (m_working_copy == nullptr) m_working_copy = new ZK_Light(host_light->Light());
+    ZK_Light* light = ZK_Light::Cast(m_working_copy);
+    if (light == nullptr) return nullptr;
+    if (CKorvoUserData* record = RecordOn(light)) return record;
+    std::unique_ptr<CKorvoUserData> record(new CKorvoUserData());
+    return light->AttachUserData(record.get()) ? record.release() : nullptr;
+  }
+  if (m_working_copy == nullptr) m_working_copy = m_object->Duplicate();
+  const CTarsaObject* copy = CTarsaObject::Cast(m_working_copy);
+  if (copy == nullptr) return nullptr;
+  if (CKorvoUserData* record = RecordOn(copy)) return record;
+  std::unique_ptr<CKorvoUserData> record(new CKorvoUserData());
+  return copy->AttachGeometryUserData(record.get()) ? record.release() : nullptr;
+}
+
+bool CKorvoObjectWrapper::Commit() {
+  CTarsaDoc* doc = Document();
+  if (doc == nullptr) {
+    DestroyWorkingCopy();
+    return false;
+  }
+  if (m_working_copy == nullptr) return true;
+  CKorvoEventWatcherPause pause;
+  const ZK_UUID id = m_object ? m_object->ModelObjectId() : ZK_nil_uuid;
+  bool committed = false;
+  if (IsLight()) {
+    const ZK_Light* light = ZK_Light::Cast(m_working_copy);
+    committed = light != nullptr && light->m_light_index >= 0 &&
+                doc->LightTable().ModifyLight(*light, light->m_light_index, true, false);
+  } else {
+    CTarsaObject* copy = CTarsaObject::Cast(m_working_copy);
+    committed = copy != nullptr && doc->ReplaceObject(CTarsaObjRef(m_object), copy, false);
+  }
+  if (!committed) {
+    DestroyWorkingCopy();
+    return false;
+  }
+  // A modified light was copied into the document; a replacement object now belongs to it.
+  if (IsLight()) delete m_working_copy;
+  m_working_copy = nullptr;
+  m_object = doc->LookupObject(id);
+  return true;
+}
+
+bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
+  CTarsaDoc* doc = Document();
+  if (doc == nullptr || m_object == nullptr) return false;
+  const CKorvoUserData* record = GetRecord();
+  ZK_Xform stored;
+  if (record == nullptr || !record->GetXform(stance_id, stored)) return false;
+  const ZK_Xform current = record->m_accumulated_xform;
+  if (SamePlacement(stored, current)) return true;
+  ZK_Xform move = stored * current.Inverse();
+  move(3, 0) = 0.0;
+  move(3, 1) = 0.0;
+  move(3, 2) = 0.0;
+  move(3, 3) = 1.0;
+  if (!Commit()) return false;
+  const CTarsaObject* moved = doc->TransformObject(CTarsaObjRef(m_object), move, true, true, false);
+  if (moved == nullptr) return false;
+  m_object = moved;
+  m_working_copy = nullptr;
+  return true;
+}
+
+CTarsaDoc* CKorvoObjectWrapper::Document() const {
+  CTarsaDoc* doc = m_object ? m_object->Document() : nullptr;
+  return doc ? doc : TarsaApp().ObsoleteActiveDoc();
+}
+
+bool CKorvoObjectWrapper::IsLight() const {
+  return m_object != nullptr && m_object->ObjectType() == ZK_Light::kObjectType;
+}
+
+void CKorvoObjectWrapper::DestroyWorkingCopy() {
+  delete m_working_copy;
+  m_working_copy = nullptr;
+}

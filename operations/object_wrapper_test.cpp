@@ -1,0 +1,125 @@
+#include "operations/object_wrapper.h"
+
+#include "events/event_watcher.h"
+#include "testing/stance_document_test.h"
+
+namespace {
+
+const ZK_UUID kStance = ZK_UuidFromString("0A1B2C3D-4E5F-4061-8273-8495A6B7C8D9");
+
+class ObjectWrapperTest : public StanceDocumentTest {
+ protected:
+  // Gives the object an entry for kStance holding `stored`, committed into the document.
+  void Store(const ZK_UUID& id, const ZK_Xform& stored) {
+    CKorvoObjectWrapper wrapper(Object(id));
+    wrapper.GetEditableRecord()->Add(kStance, stored);
+  }
+  bool Apply(const ZK_UUID& id) { return CKorvoObjectWrapper(Object(id)).ApplyStance(kStance); }
+};
+
+TEST_F(ObjectWrapperTest, AnElementOffByExactlyTheToleranceMovesTheObject) {
+  const ZK_UUID box = AddBox();
+  ZK_Xform almost = ZK_Xform::Translation(0.000999, 0, 0);
+  Store(box, almost);
+  const CTarsaObject* before = Object(box);
+  EXPECT_TRUE(Apply(box));
+  EXPECT_EQ(Object(box), before);
+
+  ZK_Xform off = ZK_Xform::Translation(0.001, 0, 0);
+  CKorvoObjectWrapper(Object(box)).GetEditableRecord()->SetXform(kStance, off);
+  EXPECT_TRUE(Apply(box));
+  EXPECT_NE(Object(box), before);
+  EXPECT_EQ(RecordOf(box)->m_last_xform, off);
+}
+
+TEST_F(ObjectWrapperTest, TheAppliedTransformHasAnExactBottomRow) {
+  const ZK_UUID box = AddBox();
+  ZK_Xform noisy = ZK_Xform::Translation(3, 0, 0);
+  noisy(3, 0) = 1e-17;
+  noisy(3, 3) = 1 + 1e-15;
+  Store(box, noisy);
+  ASSERT_TRUE(Apply(box));
+  const ZK_Xform& applied = RecordOf(box)->m_last_xform;
+  EXPECT_EQ(applied(3, 0), 0.0);
+  EXPECT_EQ(applied(3, 1), 0.0);
+  EXPECT_EQ(applied(3, 2), 0.0);
+  EXPECT_EQ(applied(3, 3), 1.0);
+}
+
+TEST_F(ObjectWrapperTest, AnObjectWithoutAnEntryForTheStanceIsNotTouched) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID bare = AddBox();
+  Store(box, ZK_Xform::Translation(1, 0, 0));
+  CKorvoObjectWrapper(Object(box)).GetEditableRecord()->Remove(kStance);
+  const CTarsaObject* before = Object(box);
+  EXPECT_FALSE(Apply(box));
+  EXPECT_FALSE(Apply(bare));
+  EXPECT_EQ(Object(box), before);
+  EXPECT_FALSE(CKorvoObjectWrapper(nullptr).ApplyStance(kStance));
+}
+
+TEST_F(ObjectWrapperTest, ACommittedWrapperIsBoundToTheReplacementAndReadsItsRecord) {
+  const ZK_UUID light = AddLight();
+  const CTarsaObject* before = Object(light);
+  CKorvoObjectWrapper wrapper(before);
+  EXPECT_EQ(wrapper.GetRecord(), nullptr);
+  CKorvoUserData* record = wrapper.GetEditableRecord();
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(wrapper.GetEditableRecord(), record);
+  record->Add(kStance, ZK_Xform());
+  ASSERT_TRUE(wrapper.Commit());
+  EXPECT_EQ(wrapper.m_working_copy, nullptr);
+  EXPECT_EQ(wrapper.m_object, Object(light));
+  EXPECT_NE(wrapper.m_object, before);
+  EXPECT_TRUE(wrapper.GetRecord()->HasEntry(kStance));
+  EXPECT_EQ(CTarsaLight::Cast(wrapper.m_object)->Light().m_light_index, 0);
+}
+
+TEST_F(ObjectWrapperTest, ALightOutsideTheLightTableCannotBeCommitted) {
+  ZK_Light kernel_light;
+  CTarsaLight loose(kernel_light);
+  CKorvoObjectWrapper wrapper(&loose);
+  ASSERT_NE(wrapper.GetEditableRecord(), nullptr);
+  EXPECT_FALSE(wrapper.Commit());
+  EXPECT_EQ(wrapper.m_working_copy, nullptr);
+  EXPECT_EQ(doc_->LightTable().LightCount(), 0);
+}
+
+// Notes whether the plug-in's watcher was enabled while the host replaced an object.
+class ReplacementSpy : public CTarsaEventWatcher {
+ public:
+  void OnReplaceObject(CTarsaDoc&, CTarsaObject&, CTarsaObject&) override {
+    plug_in_watcher_enabled = KorvoPlugIn().EventWatcher()->IsEnabled();
+  }
+  bool plug_in_watcher_enabled = true;
+};
+
+TEST_F(ObjectWrapperTest, TheCommitPausesTheWatcherAndLeavesItAsItWas) {
+  const ZK_UUID box = AddBox();
+  CKorvoEventWatcher& watcher = *KorvoPlugIn().EventWatcher();
+  ReplacementSpy spy;
+  spy.Register();
+  spy.Enable(true);
+  watcher.Register();
+  watcher.Enable(true);
+  Store(box, ZK_Xform());
+  EXPECT_FALSE(spy.plug_in_watcher_enabled);
+  EXPECT_TRUE(watcher.IsEnabled());
+
+  watcher.Enable(false);
+  Store(box, ZK_Xform());
+  EXPECT_FALSE(watcher.IsEnabled());
+  watcher.UnRegister();
+}
+
+TEST(ObjectWrapperWithoutDocument, ACommitWithNoDocumentDestroysTheWorkingCopy) {
+  ASSERT_EQ(TarsaApp().ObsoleteActiveDoc(), nullptr);
+  CTarsaObject loose(new ZK_Box({0, 0, 0}, {1, 1, 1}));
+  CKorvoObjectWrapper wrapper(&loose);
+  ASSERT_NE(wrapper.GetEditableRecord(), nullptr);
+  EXPECT_FALSE(wrapper.Commit());
+  EXPECT_EQ(wrapper.m_working_copy, nullptr);
+  EXPECT_EQ(loose.GetGeometryUserData(CKorvoUserData::m_userdata_id), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,14 @@
+#include "operations/undo_record.h"
+
+#include "plugin/korvo_plugin.h"
+
+CKorvoUndoEventHandler::CKorvoUndoEventHandler(CKorvoDocData* snapshot,
+                                               unsigned int doc_serial_number)
+    : m_snapshot(snapshot), m_doc_serial_number(doc_serial_number) {}
+
+CKorvoUndoEventHandler::~CKorvoUndoEventHandler() { delete m_snapshot; }
+
+void CKorvoUndoEventHandler::Undo(const CTarsaDoc&, const wchar_t*, bool, unsigned int) {
+  if (m_snapshot == nullptr) return;
+  *KorvoPlugIn().DocData(m_doc_serial_number) = *m_snapshot;
+}

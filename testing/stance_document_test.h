@@ -1,0 +1,98 @@
+// A test fixture for scenarios on a real document of the host stand-in: make objects, move them,
+// save and restore stances through the plug-in's host interface, and watch what the host sees.
+// Objects are named by id, since every edit replaces the object.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "data/placement_record.h"
+#include "data/stance_table.h"
+#include "host/tarsa_app.h"
+#include "host/zk_point_geometry.h"
+#include "operations/dynamic_access.h"
+#include "plugin/korvo_plugin.h"
+
+class StanceDocumentTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    doc_ = TarsaApp().NewDocument();
+    serial_ = doc_->RuntimeSerialNumber();
+    TarsaApp().SetStanceChangedHandler([this](CTarsaDoc& doc) {
+      if (doc.RuntimeSerialNumber() == serial_) ++stance_changes_;
+    });
+  }
+  void TearDown() override {
+    TarsaApp().SetStanceChangedHandler(nullptr);
+    TarsaApp().CloseDocument(serial_);
+  }
+
+  ZK_UUID Add(ZK_Geometry* geometry, TarsaObjectMode mode = TarsaObjectMode::normal) {
+    CTarsaObjectAttributes attributes;
+    attributes.m_mode = mode;
+    auto* object = new CTarsaObject(geometry, attributes);
+    EXPECT_TRUE(doc_->AddObject(object));
+    return object->ModelObjectId();
+  }
+  ZK_UUID AddBox(TarsaObjectMode mode = TarsaObjectMode::normal) {
+    return Add(new ZK_Box({1, 2, 3}, {4, 6, 8}), mode);
+  }
+  ZK_UUID AddLight() {
+    ZK_Light light;
+    light.m_location = {5, 5, 10};
+    light.m_direction = {0, 1, -1};
+    const int index = doc_->LightTable().AddLight(light);
+    return (*doc_->LightTable()[index]).ModelObjectId();
+  }
+
+  const CTarsaObject* Object(const ZK_UUID& id) const { return doc_->LookupObject(id); }
+  CKorvoDocData& Table() const { return *KorvoPlugIn().DocData(serial_); }
+  const CKorvoUserData* RecordOf(const ZK_UUID& id) const {
+    const CTarsaObject* object = Object(id);
+    return object ? CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id))
+                  : nullptr;
+  }
+  // Where an object is: a geometry's points, or a light's location and the tip of its direction.
+  std::vector<ZK_3dPoint> Placement(const ZK_UUID& id) const {
+    const ZK_Geometry* geometry = Object(id)->Geometry();
+    if (const ZK_Light* light = ZK_Light::Cast(geometry)) {
+      const ZK_3dPoint& p = light->m_location;
+      const ZK_3dVector& d = light->m_direction;
+      return {p, {p.x + d.x, p.y + d.y, p.z + d.z}};
+    }
+    return ZK_PointGeometry::Cast(geometry)->Points();
+  }
+  static void ExpectNear(const std::vector<ZK_3dPoint>& a, const std::vector<ZK_3dPoint>& b) {
+    ASSERT_EQ(a.size(), b.size());
+    for (size_t i = 0; i < a.size(); ++i) {
+      EXPECT_NEAR(a[i].x, b[i].x, 1e-9);
+      EXPECT_NEAR(a[i].y, b[i].y, 1e-9);
+      EXPECT_NEAR(a[i].z, b[i].z, 1e-9);
+    }
+  }
+
+  void Move(const ZK_UUID& id, const ZK_Xform& xform) {
+    ASSERT_NE(doc_->TransformObject(CTarsaObjRef(Object(id)), xform, true, true), nullptr);
+  }
+  ZK_SimpleArray<const CTarsaObject*> Objects(const std::vector<ZK_UUID>& ids) const {
+    ZK_SimpleArray<const CTarsaObject*> objects;
+    for (const ZK_UUID& id : ids) objects.Append(Object(id));
+    return objects;
+  }
+  ZK_UUID Save(const wchar_t* name, const std::vector<ZK_UUID>& ids) {
+    return access_.SaveStance(*doc_, name, Objects(ids));
+  }
+  // Runs `action` as one undo step, as a command would.
+  template <class Action>
+  void Step(Action&& action) {
+    const unsigned int step = doc_->BeginUndoRecord(L"test step");
+    action();
+    doc_->EndUndoRecord(step);
+  }
+
+  CTarsaDoc* doc_ = nullptr;
+  unsigned int serial_ = 0;
+  int stance_changes_ = 0;
+  CKorvoDynamicAccess access_;
+};

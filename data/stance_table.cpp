@@ -70,21 +70,11 @@ bool CKorvoDocData::Remove(const ZK_UUID& id) {
 }
 
 int CKorvoDocData::Rename(const wchar_t* old_name, const wchar_t* new_name) {
-  if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
-  const int index = IndexOfName(old_name);
-  if (index < 0) return 0;
-  m_entries[index]->m_name = new_name;
-  NotifyStancesChanged();
-  return 1;
+  return RenameAt(IndexOfName(old_name), new_name);
 }
 
 int CKorvoDocData::Rename(const ZK_UUID& id, const wchar_t* new_name) {
-  if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
-  const int index = IndexOfId(id);
-  if (index < 0) return 0;
-  m_entries[index]->m_name = new_name;
-  NotifyStancesChanged();
-  return 1;
+  return RenameAt(IndexOfId(id), new_name);
 }
 
 CKorvoDocData::USER_DATA* CKorvoDocData::FindByName(const wchar_t* name) const {
@@ -153,6 +143,15 @@ int CKorvoDocData::IndexOfId(const ZK_UUID& id) const {
     if (ZK_UuidCompare(m_entries[i]->m_id, id) == 0) return static_cast<int>(i);
   }
   return -1;
+}
+
+int CKorvoDocData::RenameAt(int index, const wchar_t* new_name) {
+  // The new name is judged first: a refused name says -1 even when no stance was found.
+  if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
+  if (index < 0) return 0;
+  m_entries[index]->m_name = new_name;
+  NotifyStancesChanged();
+  return 1;
 }
 
 void CKorvoDocData::RemoveAt(int index) {

@@ -77,6 +77,7 @@ class CKorvoDocData {
  private:
   int IndexOfName(const wchar_t* name) const;
   int IndexOfId(const ZK_UUID& id) const;
+  int RenameAt(int index, const wchar_t* new_name);
   void RemoveAt(int index);
   void Append(const ZK_UUID& id, const ZK_wString& name);
   void NotifyStancesChanged() const;

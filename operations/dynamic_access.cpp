@@ -1,8 +1,7 @@
 #include "operations/dynamic_access.h"
 
 #include "data/undo_scope.h"
-#include "operations/every_object_iterator.h"
-#include "operations/object_wrapper.h"
+#include "operations/stance_members.h"
 #include "plugin/korvo_plugin.h"
 
 namespace {
@@ -11,18 +10,6 @@ CKorvoDocData& TableOf(CTarsaDoc& doc) { return *KorvoPlugIn().DocData(doc.Runti
 
 bool StanceExists(CTarsaDoc& doc, const ZK_UUID& stance_id) {
   return TableOf(doc).FindById(stance_id) != nullptr;
-}
-
-// Gives each listed object an entry for the stance at its present placement, unless it has one.
-// Every listed object is rewritten through its working copy.
-void AddEntries(const ZK_UUID& stance_id, const ZK_SimpleArray<const CTarsaObject*>& objects) {
-  for (int i = 0; i < objects.Count(); ++i) {
-    CKorvoObjectWrapper wrapper(objects[i]);
-    CKorvoUserData* record = wrapper.GetEditableRecord();
-    if (record && !record->HasEntry(stance_id)) {
-      record->Add(stance_id, record->m_accumulated_xform);
-    }
-  }
 }
 
 }  // namespace
@@ -39,11 +26,7 @@ void CKorvoDynamicAccess::GetStanceIds(CTarsaDoc& doc, ZK_SimpleArray<ZK_UUID>& 
 bool CKorvoDynamicAccess::GetStanceObjects(CTarsaDoc& doc, const ZK_UUID& stance_id,
                                            ZK_SimpleArray<const CTarsaObject*>& objects) {
   if (!StanceExists(doc, stance_id)) return false;
-  CKorvoEveryObjectIterator it(doc);
-  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-    const CKorvoUserData* record = CKorvoObjectWrapper(object).GetRecord();
-    if (record && record->HasEntry(stance_id)) objects.Append(object);
-  }
+  CollectStanceMembers(doc, stance_id, objects);
   return true;
 }
 
@@ -63,19 +46,14 @@ ZK_UUID CKorvoDynamicAccess::SaveStance(CTarsaDoc& doc, const wchar_t* name,
   CKorvoDocData& table = TableOf(doc);
   if (table.NameExists(name)) table.RemoveByName(name);
   table.Add(stance_id, name);
-  AddEntries(stance_id, objects);
+  AddToStance(stance_id, objects);
   return stance_id;
 }
 
 bool CKorvoDynamicAccess::RestoreStance(CTarsaDoc& doc, const ZK_UUID& stance_id) {
   if (!StanceExists(doc, stance_id)) return false;
   CKorvoUndoScope scope(doc);
-  CKorvoEveryObjectIterator it(doc);
-  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-    if (object->HistoryRecord() != nullptr) continue;
-    CKorvoObjectWrapper wrapper(object);
-    if (wrapper.GetRecord() != nullptr) wrapper.ApplyStance(stance_id);
-  }
+  RestoreStanceMembers(doc, stance_id);
   doc.Regen();
   return true;
 }
@@ -95,16 +73,7 @@ bool CKorvoDynamicAccess::RenameStance(CTarsaDoc& doc, const ZK_UUID& stance_id,
 bool CKorvoDynamicAccess::UpdateStance(CTarsaDoc& doc, const ZK_UUID& stance_id) {
   if (!StanceExists(doc, stance_id)) return false;
   CKorvoUndoScope scope(doc);
-  CKorvoEveryObjectIterator it(doc);
-  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-    CKorvoObjectWrapper wrapper(object);
-    const CKorvoUserData* record = wrapper.GetRecord();
-    if (record == nullptr || !record->HasEntry(stance_id)) continue;
-    const ZK_Xform present = record->m_accumulated_xform;
-    if (CKorvoUserData* editable = wrapper.GetEditableRecord()) {
-      editable->SetXform(stance_id, present);
-    }
-  }
+  UpdateStanceMembers(doc, stance_id);
   doc.Regen();
   return true;
 }
@@ -113,7 +82,7 @@ bool CKorvoDynamicAccess::AppendStance(CTarsaDoc& doc, const ZK_UUID& stance_id,
                                        const ZK_SimpleArray<const CTarsaObject*>& objects) {
   if (!StanceExists(doc, stance_id)) return false;
   CKorvoUndoScope scope(doc);
-  AddEntries(stance_id, objects);
+  AddToStance(stance_id, objects);
   doc.Regen();
   return true;
 }

@@ -1,0 +1,45 @@
+#include "operations/stance_members.h"
+
+#include "operations/every_object_iterator.h"
+#include "operations/object_wrapper.h"
+
+void AddToStance(const ZK_UUID& stance_id, const ZK_SimpleArray<const CTarsaObject*>& objects) {
+  for (int i = 0; i < objects.Count(); ++i) {
+    CKorvoObjectWrapper wrapper(objects[i]);
+    CKorvoUserData* record = wrapper.GetEditableRecord();
+    if (record && !record->HasEntry(stance_id)) {
+      record->Add(stance_id, record->m_accumulated_xform);
+    }
+  }
+}
+
+void RestoreStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id) {
+  CKorvoEveryObjectIterator it(doc);
+  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+    if (object->HistoryRecord() != nullptr) continue;
+    CKorvoObjectWrapper wrapper(object);
+    if (wrapper.GetRecord() != nullptr) wrapper.ApplyStance(stance_id);
+  }
+}
+
+void UpdateStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id) {
+  CKorvoEveryObjectIterator it(doc);
+  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+    CKorvoObjectWrapper wrapper(object);
+    const CKorvoUserData* record = wrapper.GetRecord();
+    if (record == nullptr || !record->HasEntry(stance_id)) continue;
+    const ZK_Xform present = record->m_accumulated_xform;
+    if (CKorvoUserData* editable = wrapper.GetEditableRecord()) {
+      editable->SetXform(stance_id, present);
+    }
+  }
+}
+
+void CollectStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id,
+                          ZK_SimpleArray<const CTarsaObject*>& members) {
+  CKorvoEveryObjectIterator it(doc);
+  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+    const CKorvoUserData* record = CKorvoObjectWrapper(object).GetRecord();
+    if (record && record->HasEntry(stance_id)) members.Append(object);
+  }
+}

@@ -1,0 +1,22 @@
+// What the front ends do to the objects of a stance: every operation that visits or extends the
+// members of a stance, shared by the host interface, the command and the script object. The
+// members of a stance are the objects whose placement record has an entry for its id.
+#pragma once
+
+#include "host/tarsa_doc.h"
+#include "host/zk_array.h"
+
+// Gives each listed object an entry for the stance at its present placement, unless it has one
+// already; null objects and objects that cannot take a record are skipped. Every listed object is
+// rewritten through a working copy.
+void AddToStance(const ZK_UUID& stance_id, const ZK_SimpleArray<const CTarsaObject*>& objects);
+
+// Moves every member without construction history back to its saved placement.
+void RestoreStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id);
+
+// Saves every member's present placement as its placement in the stance.
+void UpdateStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id);
+
+// Appends every member to `members`, in the order of the document's objects.
+void CollectStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id,
+                          ZK_SimpleArray<const CTarsaObject*>& members);

@@ -2,6 +2,7 @@
 
 #include "host/ts_stance_dynamic_access.h"
 
+#include <cstdarg>
 #include <utility>
 
 CTarsaApp::~CTarsaApp() {
@@ -49,6 +50,18 @@ bool CTarsaApp::SetActiveDocument(unsigned int serial_number) {
   }
   return true;
 }
+
+void CTarsaApp::Print(const wchar_t* format, ...) {
+  va_list args;
+  va_start(args, format);
+  const ZK_wString text = ZK_FormatVargs(format, args);
+  va_end(args);
+  m_command_line.Print(text.Text());
+}
+
+bool CTarsaApp::OpenDockbarTab(const ZK_UUID& tab_id) { return m_open_tabs.insert(tab_id).second; }
+
+bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab_id) { return m_open_tabs.erase(tab_id) != 0; }
 
 void CTarsaApp::SetStanceChangedHandler(std::function<void(CTarsaDoc&)> handler) {
   m_stance_changed_handler = std::move(handler);

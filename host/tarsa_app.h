@@ -8,6 +8,9 @@
 #include <memory>
 #include <vector>
 
+#include <set>
+
+#include "host/tarsa_command_line.h"
 #include "host/tarsa_doc.h"
 #include "host/tarsa_event_watcher.h"
 
@@ -30,6 +33,17 @@ class CTarsaApp {
   CTarsaDoc* ObsoleteActiveDoc() const;
   // Makes an open document the active one: false when there is none of that serial number.
   bool SetActiveDocument(unsigned int serial_number);
+
+  // The command line, and printf-style output to it in which "%s" takes a wide string.
+  CTarsaCommandLine& CommandLine() { return m_command_line; }
+  void Print(const wchar_t* format, ...);
+  // Runs a macro as if typed (CTarsaCommandLine::RunScript).
+  void RunScript(const wchar_t* macro, int echo) { m_command_line.RunScript(macro, echo); }
+
+  // Dock bar tabs: which panels are open.
+  bool OpenDockbarTab(const ZK_UUID& tab_id);
+  bool CloseDockbarTab(const ZK_UUID& tab_id);
+  bool IsTabVisible(const ZK_UUID& tab_id) const { return m_open_tabs.count(tab_id) != 0; }
 
   // What the host does when a plug-in reports that a document's stances changed (StanceChanged).
   // The host program refreshes its views; tests watch the calls.
@@ -57,6 +71,8 @@ class CTarsaApp {
   unsigned int m_active_serial_number = 0;
   std::function<void(CTarsaDoc&)> m_stance_changed_handler;
   std::vector<CTarsaEventWatcher*> m_watchers;
+  CTarsaCommandLine m_command_line;
+  std::set<ZK_UUID> m_open_tabs;
 };
 
 // The one application object of the running host.

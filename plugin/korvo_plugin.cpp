@@ -1,5 +1,6 @@
 #include "plugin/korvo_plugin.h"
 
+#include "command/stance_command.h"
 #include "events/event_watcher.h"
 
 namespace {
@@ -7,7 +8,9 @@ namespace {
 const ZK_UUID kPlugInId = {
     0xFCEA57AE, 0x7C24, 0x4BC5, {0xA0, 0x67, 0x1D, 0xFF, 0xA6, 0x13, 0x98, 0x59}};
 
+// The module's objects, made in this order when it loads and destroyed in reverse.
 CKorvoPlugIn thePlugIn;
+CCommandKorvo theStanceCommand;
 
 }  // namespace
 

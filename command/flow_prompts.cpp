@@ -1,0 +1,39 @@
+#include "command/flow_prompts.h"
+
+#include "host/tarsa_app.h"
+
+CTarsaGet::result AskForText(const wchar_t* prompt, bool accept_nothing, ZK_wString& text) {
+  CTarsaGetString get;
+  get.AcceptNothing(accept_nothing);
+  get.SetCommandPrompt(prompt);
+  const CTarsaGet::result result = get.GetString();
+  text = result == CTarsaGet::string ? get.String() : L"";
+  return result;
+}
+
+CKorvoDocData::USER_DATA* ScanForName(CKorvoDocData& table, const wchar_t* name) {
+  for (CKorvoDocData::USER_DATA* entry = table.FirstEntry(); entry; entry = table.NextEntry()) {
+    if (entry->m_name.CompareNoCase(name) == 0) return entry;
+  }
+  return nullptr;
+}
+
+bool AskForObjects(ZK_SimpleArray<const CTarsaObject*>& objects) {
+  CTarsaGetObject get;
+  get.AcceptNothing(true);
+  get.EnablePreSelect(true, true);
+  get.SetCommandPrompt(TsLocalizeString(L"Select objects", 19715));
+  if (get.GetObjects(1, 0) != CTarsaGet::object) return false;
+  for (int i = 0; i < get.ObjectCount(); ++i) objects.Append(get.Object(i).Object());
+  return true;
+}
+
+void PrintMessage(const wchar_t* english, int string_id, const wchar_t* name) {
+  TarsaApp().Print(TsLocalizeString(english, string_id), name);
+}
+
+ZK_wString FormattedPrompt(const wchar_t* english, int string_id) {
+  ZK_wString prompt;
+  prompt.Format(TsLocalizeString(english, string_id));
+  return prompt;
+}

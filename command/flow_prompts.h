@@ -1,0 +1,25 @@
+// Small pieces the Stance command's flows share: asking for a name, finding a stance by a typed
+// name with the table's own enumeration, asking for objects, printing a localised message.
+#pragma once
+
+#include "data/stance_table.h"
+#include "host/tarsa_command.h"
+#include "host/tarsa_get.h"
+#include "host/zk_array.h"
+
+// Asks for a text with `prompt`, accepting Enter alone when `accept_nothing`. Gives the prompt's
+// result; `text` receives what was entered (empty for anything but a string).
+CTarsaGet::result AskForText(const wchar_t* prompt, bool accept_nothing, ZK_wString& text);
+
+// The first stance whose name matches `name` ignoring case, found by walking the table with its
+// own cursor; null when there is none.
+CKorvoDocData::USER_DATA* ScanForName(CKorvoDocData& table, const wchar_t* name);
+
+// Asks for at least one object, pre-selected objects accepted: true when objects were picked.
+bool AskForObjects(ZK_SimpleArray<const CTarsaObject*>& objects);
+
+// Prints the localised text as a format, with `name` for its "%s".
+void PrintMessage(const wchar_t* english, int string_id, const wchar_t* name = nullptr);
+
+// The localised text passed through ZK_wString::Format without arguments.
+ZK_wString FormattedPrompt(const wchar_t* english, int string_id);

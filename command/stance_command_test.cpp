@@ -1,0 +1,250 @@
+#include "command/stance_command.h"
+
+#include <deque>
+#include <sstream>
+
+#include "command/save_flows.h"
+#include "host/tarsa_dockbar.h"
+#include "host/tarsa_localize.h"
+#include "panel/stances_panel.h"
+#include "testing/stance_document_test.h"
+
+namespace {
+
+const std::wstring kMenu =
+    L"Choose stance option ( List Save Restore Delete Rename Select Update Append Visible ):";
+
+class StanceCommandTest : public StanceDocumentTest {
+ protected:
+  void SetUp() override {
+    StanceDocumentTest::SetUp();
+    CommandLine().TakeOutput();
+  }
+  void TearDown() override {
+    CommandLine().SetReader(nullptr);
+    TsClearTranslations();
+    g_bSaveWithoutConfirm = false;
+    StanceDocumentTest::TearDown();
+  }
+
+  static CTarsaCommandLine& CommandLine() { return TarsaApp().CommandLine(); }
+  ZK_UUID AddNamed(const wchar_t* name, TarsaObjectMode mode = TarsaObjectMode::normal) {
+    CTarsaObjectAttributes attributes;
+    attributes.m_name = name;
+    attributes.m_mode = mode;
+    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}), attributes);
+    doc_->AddObject(object);
+    return object->ModelObjectId();
+  }
+  // Feeds the user's lines to the command line and runs `typed`; what was shown, line by line.
+  std::vector<std::wstring> Run(const std::wstring& typed, std::deque<std::wstring> lines) {
+    CommandLine().SetReader([&lines](const std::wstring&, std::wstring& line) {
+      if (lines.empty()) return false;
+      line = lines.front();
+      lines.pop_front();
+      return true;
+    });
+    result_ = CommandLine().RunCommand(typed);
+    return SplitLines(CommandLine().TakeOutput());
+  }
+  std::vector<std::wstring> Stance(std::deque<std::wstring> lines) {
+    return Run(L"-_Stance", std::move(lines));
+  }
+  static std::vector<std::wstring> SplitLines(const std::wstring& text) {
+    std::vector<std::wstring> lines;
+    std::wistringstream in(text);
+    for (std::wstring line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+  }
+  std::vector<std::wstring> Names() {
+    std::vector<std::wstring> names;
+    for (auto* entry = Table().FirstEntry(); entry; entry = Table().NextEntry()) {
+      names.push_back(entry->m_name.Text());
+    }
+    return names;
+  }
+  static std::wstring Menu(const std::wstring& answer = L"") {
+    return answer.empty() ? kMenu : kMenu + L" " + answer;
+  }
+
+  CTarsaCommand::result result_ = CTarsaCommand::nothing;
+};
+
+using Lines = std::vector<std::wstring>;
+
+TEST_F(StanceCommandTest, AnInteractiveStartOnlyOpensThePanel) {
+  EXPECT_TRUE(Run(L"Stance", {}).empty());
+  EXPECT_EQ(result_, CTarsaCommand::success);
+  EXPECT_TRUE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+}
+
+TEST_F(StanceCommandTest, SaveListAndEnterEndTheRun) {
+  AddNamed(L"door");
+  AddNamed(L"wheel");
+  const Lines shown = Stance(
+      {L"Save", L"Front", L"door wheel", L"", L"s", L"sa", L"Side", L"wheel", L"", L"list", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Save"), L"Name for the saved position <>: Front",
+                          L"Select objects: door", L"Select objects: wheel", L"Select objects:",
+                          Menu(L"s"), L"Unknown option: s", Menu(L"sa"),
+                          L"Name for the saved position <Front>: Side", L"Select objects: wheel",
+                          L"Select objects:", Menu(L"list"), L"Front", L"Side", Menu()}));
+  EXPECT_EQ(result_, CTarsaCommand::success);
+  ZK_SimpleArray<const CTarsaObject*> members;
+  access_.GetStanceObjects(*doc_, Table().FindByName(L"Front")->m_id, members);
+  EXPECT_EQ(members.Count(), 2);
+}
+
+TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYes) {
+  const ZK_UUID door = AddNamed(L"door");
+  const ZK_UUID wheel = AddNamed(L"wheel");
+  const ZK_UUID front = Save(L"Front", {door, wheel});
+  Save(L"Side", {door});
+
+  Lines shown = Stance({L"Save", L"FRONT", L"No", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Save"), L"Name for the saved position <Side>: FRONT",
+                          L"The name <FRONT> already exists.",
+                          L"Do you want to update it? ( Yes No ): No", Menu()}));
+  EXPECT_EQ(Table().FindByName(L"front")->m_id, front);
+
+  Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
+  EXPECT_EQ(Table().FindByName(L"front")->m_id, front);
+
+  shown = Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
+  ZK_SimpleArray<const CTarsaObject*> members;
+  access_.GetStanceObjects(*doc_, Table().FindByName(L"front")->m_id, members);
+  ASSERT_EQ(members.Count(), 1);
+  EXPECT_EQ(members[0]->ModelObjectId(), wheel);
+
+  g_bSaveWithoutConfirm = true;
+  shown = Stance({L"Save", L"SIDE", L"door", L"", L""});
+  EXPECT_EQ(shown[2], L"Select objects: door");
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"front", L"SIDE"}));
+}
+
+TEST_F(StanceCommandTest, EmptyAndCancelledAnswersEndOnlyTheFlow) {
+  const Lines shown =
+      Stance({L"Save", L"", L"Save", L"_Escape", L"Append", L"", L"Update", L"", L"Restore", L"",
+              L"Delete", L"", L"Rename", L"", L"Select", L"", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Save"), L"Name for the saved position <>:",
+                          L"At least one character has to be entered.", Menu(L"Save"),
+                          L"Name for the saved position <>: _Escape", Menu(L"Append"),
+                          L"Name for position to append to:", Menu(L"Update"),
+                          L"Name for position to update:", Menu(L"Restore"),
+                          L"Name for position to restore:", Menu(L"Delete"), L"Stance to delete:",
+                          Menu(L"Rename"), L"Stance to rename:", Menu(L"Select"),
+                          L"Select object(s) of stance:", Menu()}));
+  EXPECT_EQ(result_, CTarsaCommand::success);
+  EXPECT_EQ(Stance({L"_Escape"}), (Lines{Menu(L"_Escape")}));
+  EXPECT_EQ(result_, CTarsaCommand::cancel);
+}
+
+TEST_F(StanceCommandTest, UnknownNamesAreReportedAsTyped) {
+  AddNamed(L"door");
+  const Lines shown =
+      Stance({L"Restore", L"Bakc", L"Delete", L"bakc", L"Rename", L"BAKC", L"Select", L"Bakc",
+              L"Update", L"bAKC", L"Append", L"Bakc", L"door", L"", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Restore"),
+                          L"Name for position to restore: Bakc",
+                          L"Stored position <Bakc> does not exist.",
+                          Menu(L"Delete"),
+                          L"Stance to delete: bakc",
+                          L"Stored position <bakc> does not exist.",
+                          Menu(L"Rename"),
+                          L"Stance to rename: BAKC",
+                          L"Stored position <BAKC> does not exist.",
+                          Menu(L"Select"),
+                          L"Select object(s) of stance: Bakc",
+                          L"Stance <Bakc> does not exist.",
+                          Menu(L"Update"),
+                          L"Name for position to update: bAKC",
+                          L"Stored position <bAKC> does not exist.",
+                          Menu(L"Append"),
+                          L"Name for position to append to: Bakc",
+                          L"Select objects: door",
+                          L"Select objects:",
+                          L"Stored position <Bakc> does not exist.",
+                          Menu()}));
+}
+
+TEST_F(StanceCommandTest, RestoreSelectRenameAndDeleteFindStancesInAnyCase) {
+  const ZK_UUID door = AddNamed(L"door");
+  const ZK_UUID hidden = AddNamed(L"lid", TarsaObjectMode::hidden);
+  Save(L"Front", {door, hidden});
+  Save(L"Back", {door});
+  const auto saved = Placement(door);
+  Move(door, ZK_Xform::Translation(5, 0, 0));
+
+  const Lines shown = Stance({L"Restore", L"FRONT", L"Select", L"front", L"Rename", L"fRONT",
+                              L"back", L"Rename", L"front", L"Top", L"Delete", L"TOP", L""});
+  ExpectNear(Placement(door), saved);
+  EXPECT_EQ(Object(door)->IsSelected(), 2);
+  EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
+  EXPECT_EQ(shown[6], L"New name: back");
+  EXPECT_EQ(shown[7], L"New name <back> already exists.");
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back"}));
+}
+
+TEST_F(StanceCommandTest, AppendAndUpdateTakePreSelectedObjects) {
+  const ZK_UUID door = AddNamed(L"door");
+  const ZK_UUID wheel = AddNamed(L"wheel");
+  Save(L"Front", {door});
+  Move(door, ZK_Xform::Translation(0, 3, 0));
+  Object(wheel)->Select(true, true, true, false);
+  const Lines shown = Stance({L"Update", L"front", L"Append", L"Front", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Update"), L"Name for position to update: front", Menu(L"Append"),
+                          L"Name for position to append to: Front", Menu()}));
+  const auto updated = Placement(door);
+  const auto appended = Placement(wheel);
+  Move(door, ZK_Xform::Scale(2, 2, 2));
+  Move(wheel, ZK_Xform::Scale(2, 2, 2));
+  Stance({L"Restore", L"Front", L""});
+  ExpectNear(Placement(door), updated);
+  ExpectNear(Placement(wheel), appended);
+}
+
+TEST_F(StanceCommandTest, VisibleShowsThePanelsStateAndTogglesIt) {
+  TarsaUiOpenDockbarTab(g_stances_panel_tab_id);
+  const Lines shown = Stance({L"Visible", L"_Visible", L"_Toggle", L"Visible=Toggle", L"", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Visible"), L"Choose stance option ( Visible=Yes ): _Visible",
+                          L"Visible <Yes> ( Yes No Toggle ): _Toggle",
+                          L"Choose stance option ( Visible=No ): Visible=Toggle",
+                          L"Choose stance option ( Visible=Yes ):", Menu()}));
+  EXPECT_TRUE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  Stance({L"Visible", L"Visible=No", L"_Escape", L""});
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+}
+
+TEST_F(StanceCommandTest, OneRunIsOneUndoStepStartingWithTheRemovalOfUnusedStances) {
+  const ZK_UUID door = AddNamed(L"door");
+  Save(L"Empty", {});
+  Save(L"Front", {door});
+  Save(L"Side", {door});
+  const int steps = doc_->UndoStepCount();
+  Stance({L"Delete", L"Front", L"Rename", L"Side", L"Back", L"Save", L"Top", L"door", L"", L""});
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back", L"Top"}));
+  EXPECT_EQ(doc_->UndoStepCount(), steps + 1);
+  ASSERT_TRUE(doc_->Undo());
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Empty", L"Front", L"Side"}));
+}
+
+TEST_F(StanceCommandTest, AMacroRunsWithoutEchoAndTranslatedTextsKeepTheirIds) {
+  const ZK_UUID door = AddNamed(L"door");
+  Save(L"Front", {door});
+  TsSetTranslation(19710, L"Stellungsoption wählen");
+  TsSetTranslation(17989, L"Wiederherstellen");
+  TsSetTranslation(35184, L"Name der Stellung");
+  TsSetTranslation(19718, L"Die Stellung <%s> gibt es nicht.\n");
+  TsSetTranslation(19720, L"Keine Stellung <%d>.\n");  // other arguments: never used
+  CommandLine().RunScript(L"!-_Stance _Restore \"Vorn\"  _ENTER", 0);
+  EXPECT_EQ(SplitLines(CommandLine().TakeOutput()), (Lines{L"Die Stellung <Vorn> gibt es nicht."}));
+
+  const Lines shown = Stance({L"wieder", L"front", L"_Delete", L"Nope", L""});
+  EXPECT_EQ(shown[0].substr(0, 31), L"Stellungsoption wählen ( List S");
+  EXPECT_NE(shown[0].find(L"Wiederherstellen"), std::wstring::npos);
+  EXPECT_EQ(shown[1], L"Name der Stellung: front");
+  EXPECT_EQ(shown[4], L"Stored position <Nope> does not exist.");
+}
+
+}  // namespace

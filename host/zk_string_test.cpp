@@ -27,10 +27,8 @@ TEST(ZkString, CompareNoCaseFoldsEveryScriptWhateverTheProcessLocale) {
 
 TEST(ZkString, FormatTakesWideStringsAndTheUsualConversions) {
   ZK_wString text;
-  ASSERT_TRUE(text.Format(L"%s: %d (%02d%%) %-3s|", L"K\u00FCche", 3, 7, L"ab"));
-  EXPECT_EQ(text, L"K\u00FCche: 3 (07%) ab |");
-  ASSERT_TRUE(text.Format(L"%f %g", 1.5, 0.25));
-  EXPECT_EQ(text, L"1.500000 0.25");
+  ASSERT_TRUE(text.Format(L"%s: %d (%02d%%) %-3s| %f %g", L"K\u00FCche", 3, 7, L"ab", 1.5, 0.25));
+  EXPECT_EQ(text, L"K\u00FCche: 3 (07%) ab | 1.500000 0.25");
   const std::wstring long_text(1000, L'x');
   ASSERT_TRUE(text.Format(L"<%s>", long_text.c_str()));
   EXPECT_EQ(text.Text(), L"<" + long_text + L">");
@@ -52,16 +50,14 @@ TEST(ZkStringUtf8, RoundTripsNonAsciiAndAstralCharacters) {
   EXPECT_EQ(ZK_wString(std::wstring(1, wchar_t(0xD800))).ToUtf8(), "\xEF\xBF\xBD");
 }
 
-TEST(ZkStringUtf8, ReplacesBadLeadBytesAndBrokenSequences) {
-  EXPECT_EQ(ZK_wString::FromUtf8("a\xE2Zb"), L"a\uFFFDZb");          // bad continuation
-  EXPECT_EQ(ZK_wString::FromUtf8("x\xF5y\xFF"), L"x\uFFFDy\uFFFD");  // never a lead byte
-  EXPECT_EQ(ZK_wString::FromUtf8("z\xE2"), L"z\uFFFD");              // cut short
-}
-
-TEST(ZkStringUtf8, ReplacesEveryStrayContinuationByte) {
+// Every byte outside a well-formed sequence becomes one U+FFFD, stray continuation bytes included.
+TEST(ZkStringUtf8, ReplacesEveryStrayContinuationByteBadLeadByteAndBrokenSequence) {
   EXPECT_EQ(ZK_wString::FromUtf8("\x80z"), L"\uFFFDz");
   EXPECT_EQ(ZK_wString::FromUtf8("\xC0\xAF"), L"\uFFFD\uFFFD");            // overlong
   EXPECT_EQ(ZK_wString::FromUtf8("\xED\xA0\x80"), L"\uFFFD\uFFFD\uFFFD");  // surrogate
+  EXPECT_EQ(ZK_wString::FromUtf8("a\xE2Zb"), L"a\uFFFDZb");                // bad continuation
+  EXPECT_EQ(ZK_wString::FromUtf8("x\xF5y\xFF"), L"x\uFFFDy\uFFFD");        // never a lead byte
+  EXPECT_EQ(ZK_wString::FromUtf8("z\xE2"), L"z\uFFFD");                    // cut short
 }
 
 }  // namespace

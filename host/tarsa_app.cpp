@@ -1,5 +1,6 @@
 #include "host/tarsa_app.h"
 
+#include "host/tarsa_message_box.h"
 #include "host/ts_stance_dynamic_access.h"
 
 #include <cstdarg>
@@ -63,6 +64,29 @@ bool CTarsaApp::OpenDockbarTab(const ZK_UUID& tab_id) { return m_open_tabs.inser
 
 bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab_id) { return m_open_tabs.erase(tab_id) != 0; }
 
+void CTarsaApp::AddPlugIn(CTarsaPlugIn& plug_in) {
+  if (std::find(m_plug_ins.begin(), m_plug_ins.end(), &plug_in) == m_plug_ins.end()) {
+    m_plug_ins.push_back(&plug_in);
+  }
+}
+
+void CTarsaApp::RemovePlugIn(CTarsaPlugIn& plug_in) {
+  m_plug_ins.erase(std::remove(m_plug_ins.begin(), m_plug_ins.end(), &plug_in), m_plug_ins.end());
+}
+
+int CTarsaApp::ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags) {
+  m_message_boxes.push_back(ShownMessageBox{text ? text : L"", caption ? caption : L"", flags});
+  Print(L"%s: %s\n", m_message_boxes.back().m_caption.c_str(),
+        m_message_boxes.back().m_text.c_str());
+  return TS_IDOK;
+}
+
+std::vector<CTarsaApp::ShownMessageBox> CTarsaApp::TakeMessageBoxes() {
+  std::vector<ShownMessageBox> shown;
+  shown.swap(m_message_boxes);
+  return shown;
+}
+
 void CTarsaApp::SetStanceChangedHandler(std::function<void(CTarsaDoc&)> handler) {
   m_stance_changed_handler = std::move(handler);
 }
@@ -92,6 +116,10 @@ CTarsaApp& TarsaApp() {
 }
 
 void StanceChanged(CTarsaDoc& doc) { TarsaApp().OnStanceChanged(doc); }
+
+int TarsaMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags) {
+  return TarsaApp().ShowMessageBox(text, caption, flags);
+}
 
 namespace {
 

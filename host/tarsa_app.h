@@ -9,10 +9,12 @@
 #include <vector>
 
 #include <set>
+#include <string>
 
 #include "host/tarsa_command_line.h"
 #include "host/tarsa_doc.h"
 #include "host/tarsa_event_watcher.h"
+#include "host/tarsa_plugin.h"
 
 class CTarsaApp {
  public:
@@ -45,6 +47,24 @@ class CTarsaApp {
   bool CloseDockbarTab(const ZK_UUID& tab_id);
   bool IsTabVisible(const ZK_UUID& tab_id) const { return m_open_tabs.count(tab_id) != 0; }
 
+  // The plug-ins the host has loaded, which it asks for their document data in model files.
+  void AddPlugIn(CTarsaPlugIn& plug_in);
+  void RemovePlugIn(CTarsaPlugIn& plug_in);
+  const std::vector<CTarsaPlugIn*>& PlugIns() const { return m_plug_ins; }
+
+  // Model files. OpenDocument makes a new document of the file and makes it the active one;
+  // null, with a message in `error` and nothing changed, when the file cannot be used.
+  CTarsaDoc* OpenDocument(const std::string& path, std::wstring& error);
+
+  // Message boxes shown, in order, with their captions (see TarsaMessageBox).
+  struct ShownMessageBox {
+    std::wstring m_text;
+    std::wstring m_caption;
+    unsigned int m_flags;
+  };
+  int ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags);
+  std::vector<ShownMessageBox> TakeMessageBoxes();
+
   // What the host does when a plug-in reports that a document's stances changed (StanceChanged).
   // The host program refreshes its views; tests watch the calls.
   void SetStanceChangedHandler(std::function<void(CTarsaDoc&)> handler);
@@ -73,6 +93,8 @@ class CTarsaApp {
   std::vector<CTarsaEventWatcher*> m_watchers;
   CTarsaCommandLine m_command_line;
   std::set<ZK_UUID> m_open_tabs;
+  std::vector<CTarsaPlugIn*> m_plug_ins;
+  std::vector<ShownMessageBox> m_message_boxes;
 };
 
 // The one application object of the running host.

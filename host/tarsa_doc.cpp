@@ -171,6 +171,10 @@ bool CTarsaDoc::ModifyObjectAttributes(const CTarsaObjRef& ref,
   return true;
 }
 
+void CTarsaDoc::KeepPlugInData(const ZK_UUID& plug_in_id, std::vector<unsigned char> bytes) {
+  m_kept_plug_in_data.push_back(PlugInData{plug_in_id, std::move(bytes)});
+}
+
 CTarsaObject* CTarsaDoc::LookupObject(const ZK_UUID& id) const {
   const auto found = m_slot_of_id.find(id);
   if (found == m_slot_of_id.end()) return nullptr;

@@ -88,6 +88,15 @@ class CTarsaDoc {
 
   CTarsaLightTable& LightTable() { return m_light_table; }
 
+  // Document data of plug-ins that were not loaded when the document was opened, kept so that
+  // saving the document writes it back: the plug-in id and the block's bytes.
+  struct PlugInData {
+    ZK_UUID m_plug_in_id;
+    std::vector<unsigned char> m_bytes;
+  };
+  void KeepPlugInData(const ZK_UUID& plug_in_id, std::vector<unsigned char> bytes);
+  const std::vector<PlugInData>& KeptPlugInData() const { return m_kept_plug_in_data; }
+
   // Undo. Begin and end an undo step: the changes between them, object changes and custom undo
   // events in the order they happened, become one step. Steps nest; the outermost counts.
   // BeginUndoRecord gives the step's serial number (0 while an undo or redo runs).
@@ -143,6 +152,7 @@ class CTarsaDoc {
   unsigned long long m_stamp = 0;
   std::unordered_map<ZK_UUID, size_t, ZK_UuidHash> m_slot_of_id;
   std::vector<std::unique_ptr<CTarsaObject>> m_retired;  // replaced while nothing recorded
+  std::vector<PlugInData> m_kept_plug_in_data;
   CTarsaLightTable m_light_table;
 
   std::vector<std::unique_ptr<UndoStep>> m_undo_steps;

@@ -104,6 +104,9 @@ const CTarsaLight* CTarsaLight::Cast(const ZK_Object* object) {
 CTarsaLight::CTarsaLight(const ZK_Light& light, const CTarsaObjectAttributes& attributes)
     : CTarsaObject(new ZK_Light(light), attributes) {}
 
+CTarsaLight::CTarsaLight(ZK_Light* light, const CTarsaObjectAttributes& attributes)
+    : CTarsaObject(light, attributes) {}
+
 const ZK_ClassId* CTarsaLight::ClassId() const { return &g_light_class; }
 
 ZK_Object* CTarsaLight::__DeepCopy() const { return new CTarsaLight(*this); }

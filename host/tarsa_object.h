@@ -112,6 +112,9 @@ class CTarsaLight : public CTarsaObject {
 
   explicit CTarsaLight(const ZK_Light& light,
                        const CTarsaObjectAttributes& attributes = CTarsaObjectAttributes());
+  // Takes ownership of `light`, which must not be null.
+  explicit CTarsaLight(ZK_Light* light,
+                       const CTarsaObjectAttributes& attributes = CTarsaObjectAttributes());
   CTarsaLight(const CTarsaLight& source) = default;
 
   const ZK_ClassId* ClassId() const override;

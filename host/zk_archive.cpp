@@ -233,6 +233,17 @@ bool ZK_BinaryArchive::EndReadChunk() {
   return true;
 }
 
+bool ZK_BinaryArchive::WriteChunk(const std::vector<unsigned char>& bytes) {
+  return BeginWriteChunk() && WriteBytes(bytes.data(), bytes.size()) && EndWriteChunk();
+}
+
+bool ZK_BinaryArchive::ReadChunk(std::vector<unsigned char>& bytes) {
+  if (!BeginReadChunk()) return false;
+  const unsigned char* first = m_buffer.data() + m_position;
+  bytes.assign(first, first + BytesLeft());
+  return EndReadChunk();
+}
+
 // An object is: class uuid, then a chunk holding { a chunk with the object's own Write, the
 // count of archived user data, each piece of user data as an object }.
 bool ZK_BinaryArchive::WriteObject(const ZK_Object& object) {

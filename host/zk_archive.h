@@ -44,6 +44,9 @@ class ZK_BinaryArchive {
   bool EndWriteChunk();
   bool BeginReadChunk();
   bool EndReadChunk();
+  // A whole chunk as raw bytes, for data a reader keeps without understanding it.
+  bool WriteChunk(const std::vector<unsigned char>& bytes);
+  bool ReadChunk(std::vector<unsigned char>& bytes);
 
   // Writes the object under its class uuid, framed, followed by every piece of its user data
   // whose Archive() is true. False when a write failed or the class has no uuid.

@@ -70,6 +70,10 @@ class CKorvoDocData {
   // the entries read before the failure stay.
   bool Read(ZK_BinaryArchive& archive);
 
+  // Announces a change: asks the Stances panel for a rebuild when it has a window, then tells
+  // the host with StanceChanged when the document still exists.
+  void NotifyStancesChanged() const;
+
   CArray<USER_DATA*, USER_DATA*> m_entries;
   int m_cursor = 0;
   unsigned int m_doc_serial_number = 0;
@@ -80,5 +84,4 @@ class CKorvoDocData {
   int RenameAt(int index, const wchar_t* new_name);
   void RemoveAt(int index);
   void Append(const ZK_UUID& id, const ZK_wString& name);
-  void NotifyStancesChanged() const;
 };

@@ -1,8 +1,57 @@
-// CKorvoEventWatcher: the plug-in's watcher of host events. The plug-in object creates it and
+// CKorvoEventWatcher: the plug-in's watcher of host events, which keeps stance tables and
+// placement records consistent as the host adds, deletes, replaces and copies objects, runs
+// commands, undoes, and opens, merges or references model files. The plug-in object creates and
 // owns it; while it is registered and enabled the host sends it every notification, and the
 // plug-in pauses it around the object replacements it makes itself.
 #pragma once
 
+#include "events/command_record.h"
+#include "events/open_doc_stack.h"
 #include "host/tarsa_event_watcher.h"
 
-class CKorvoEventWatcher : public CTarsaEventWatcher {};
+class ZK_BinaryArchive;
+
+class CKorvoEventWatcher : public CTarsaEventWatcher {
+ public:
+  CKorvoEventWatcher() = default;
+  ~CKorvoEventWatcher() override;
+
+  // A closed document's stance table stays in the registry: nothing to do.
+  void OnCloseDocument(CTarsaDoc& doc) override;
+  void OnNewDocument(CTarsaDoc& doc) override;
+  // Opens push an item on the open stack; the end of an open that read the document's own
+  // stance table cleans stale record entries and unused stances away.
+  void OnBeginOpenDocument(CTarsaDoc& doc, const wchar_t* file_name, bool merge,
+                           bool reference) override;
+  void OnEndOpenDocument(CTarsaDoc& doc, const wchar_t* file_name, bool merge,
+                         bool reference) override;
+  // A command run gets a command record of its own, from start to end.
+  void OnBeginCommand(const CTarsaCommand& command, const CTarsaCommandContext& context) override;
+  void OnEndCommand(const CTarsaCommand& command, const CTarsaCommandContext& context,
+                    CTarsaCommand::result result) override;
+  // A copy that arrives with a record counts as placed where its source stood before the last
+  // transform; objects a command adds may receive the record of an object it deletes.
+  void OnAddObject(CTarsaDoc& doc, CTarsaObject& object) override;
+  // Deleting a stance object removes the stances no object carries any more, undoably; not
+  // during a redo or a replacement.
+  void OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
+  void OnReplaceObject(CTarsaDoc& doc, CTarsaObject& old_object, CTarsaObject& new_object) override;
+  // An undeleted object comes back with its record; stances return only through undo records.
+  void OnUnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
+  // After an undo or a redo the panel and the host are told that stances may have changed.
+  void UndoEvent(undo_event event, unsigned int undo_record_serial_number,
+                 const CTarsaCommand* command) override;
+
+  // Merges the stance table of a file being merged or referenced, read from `archive`, into the
+  // document's table: new ids, names made unique with " - Copy", the file's objects moved over
+  // to the new ids; one undo step. Nothing happens outside an open or for an unreadable table.
+  void ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive);
+
+  CKorvoCommandRecord* m_command_record = nullptr;  // owned; only while a command runs
+  CKorvoOpenDocStack m_open_stack;
+  bool m_cleanup_requested = false;
+  CTarsaObject* m_replaced_object = nullptr;  // the old object of an unfinished replacement
+
+ private:
+  void EndCommandRecord();
+};

@@ -2,8 +2,15 @@
 
 #include "command/stance_command.h"
 #include "events/event_watcher.h"
+#include "host/tarsa_doc.h"
+#include "host/tarsa_localize.h"
+#include "host/tarsa_message_box.h"
+#include "host/zk_archive.h"
 
 namespace {
+
+const int kDocumentVersion = 0;
+const wchar_t kPlaceHolder[] = L"Place Holder";
 
 const ZK_UUID kPlugInId = {
     0xFCEA57AE, 0x7C24, 0x4BC5, {0xA0, 0x67, 0x1D, 0xFF, 0xA6, 0x13, 0x98, 0x59}};
@@ -23,6 +30,45 @@ CKorvoPlugIn::~CKorvoPlugIn() {
 }
 
 ZK_UUID CKorvoPlugIn::PlugInID() const { return kPlugInId; }
+
+bool CKorvoPlugIn::ShouldWriteDocument(const CTarsaFileWriteOptions& options) {
+  if (CTarsaDoc::FromRuntimeSerialNumber(options.DocumentSerialNumber()) == nullptr) return false;
+  return DocData(options.DocumentSerialNumber())->Count() > 0;
+}
+
+bool CKorvoPlugIn::WriteDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
+                                 const CTarsaFileWriteOptions&) {
+  return archive.WriteInt(kDocumentVersion) && archive.WriteString(kPlaceHolder) &&
+         DocData(doc.RuntimeSerialNumber())->Write(archive);
+}
+
+bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
+                                const CTarsaFileReadOptions&) {
+  int version = 0;
+  if (!archive.ReadInt(version) || version > kDocumentVersion) {
+    TarsaMessageBox(
+        TsLocalizeString(L"This model was created with a more recent version of the Stance plug-in",
+                         15750),
+        TsLocalizeString(L"Stance", 15751), TS_MB_OK | TS_MB_ICONINFORMATION);
+    return false;
+  }
+  ZK_wString place_holder;
+  const bool place_holder_read = archive.ReadString(place_holder);
+  CKorvoEventWatcher* watcher = EventWatcher();
+  CKorvoOpenDocStackItem* item = watcher->m_open_stack.Top();
+  if (!place_holder_read) return false;
+  if (item && (item->m_reference || item->m_merge)) {
+    watcher->ImportStances(doc, archive);
+  } else if (!DocData(doc.RuntimeSerialNumber())->Read(archive)) {
+    return false;
+  }
+  if (item) {
+    item->m_table_read = true;
+  } else {
+    watcher->m_cleanup_requested = true;
+  }
+  return true;
+}
 
 CKorvoDocData* CKorvoPlugIn::DocData(unsigned int doc_serial_number) {
   return m_doc_data_map.DocData(doc_serial_number);

@@ -17,6 +17,17 @@ class CKorvoPlugIn : public CTarsaPlugIn {
   // FCEA57AE-7C24-4BC5-A067-1DFFA6139859
   ZK_UUID PlugInID() const override;
 
+  // The stance table in model files. A document without stances writes no block.
+  bool ShouldWriteDocument(const CTarsaFileWriteOptions& options) override;
+  // Writes version 0, a placeholder and the table: true when every write succeeded.
+  bool WriteDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
+                     const CTarsaFileWriteOptions& options) override;
+  // Refuses a block of a newer version with a message box. Opening a file replaces the
+  // document's table by the file's; merging or referencing one imports its stances. True when the
+  // block was accepted and read.
+  bool ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
+                    const CTarsaFileReadOptions& options) override;
+
   // The stance table of the document with that runtime serial number, created empty on the first
   // request; never null. The registry keeps ownership.
   CKorvoDocData* DocData(unsigned int doc_serial_number);

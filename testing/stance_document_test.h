@@ -10,6 +10,7 @@
 #include "data/placement_record.h"
 #include "data/stance_table.h"
 #include "host/tarsa_app.h"
+#include "host/tarsa_get.h"
 #include "host/zk_point_geometry.h"
 #include "operations/dynamic_access.h"
 #include "plugin/korvo_plugin.h"

@@ -1,0 +1,98 @@
+// The event watcher's handling of model files being read: the open stack, the clean-up at the
+// end of an open, and the merge of the stances of a file that is imported or referenced.
+
+#include <unordered_map>
+#include <vector>
+
+#include "data/undo_scope.h"
+#include "events/event_watcher.h"
+#include "operations/every_object_iterator.h"
+#include "operations/object_wrapper.h"
+#include "plugin/korvo_plugin.h"
+
+namespace {
+
+// The name an imported stance takes in `table`: its own when free, else "<name> - Copy", then
+// "<name> - Copy (2)", "(3)" and so on, the first one not in use (ignoring letter case).
+ZK_wString ImportedName(const CKorvoDocData& table, const ZK_wString& name) {
+  if (!table.NameExists(name)) return name;
+  ZK_wString candidate = name + L" - Copy";
+  for (int n = 2; table.NameExists(candidate); ++n)
+    candidate.Format(L"%s - Copy (%d)", name.Array(), n);
+  return candidate;
+}
+
+// Moves one object's entry from the file's stance id to its new id; the saved placement takes
+// along the transform the host applied while adding the object.
+void Rekey(const CTarsaObject& object, const ZK_UUID& old_id, const ZK_UUID& new_id) {
+  ZK_Xform stored;
+  const CKorvoUserData* read_only = CKorvoObjectWrapper(&object).GetRecord();
+  if (read_only == nullptr || !read_only->GetXform(old_id, stored)) return;
+  auto* record = CKorvoUserData::Cast(object.GetGeometryUserData(CKorvoUserData::m_userdata_id));
+  if (record == nullptr) return;
+  stored = record->m_last_xform * stored;
+  record->Remove(old_id);
+  if (!record->HasEntry(new_id)) record->Add(new_id, stored);
+}
+
+}  // namespace
+
+void CKorvoEventWatcher::OnBeginOpenDocument(CTarsaDoc&, const wchar_t*, bool merge,
+                                             bool reference) {
+  m_cleanup_requested = false;
+  auto* item = new CKorvoOpenDocStackItem();
+  item->m_merge = merge;
+  item->m_reference = reference;
+  m_open_stack.Push(item);
+}
+
+void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool, bool) {
+  if (const CKorvoOpenDocStackItem* item = m_open_stack.Top()) {
+    if (item->m_table_read && !item->m_merge) m_cleanup_requested = true;
+    m_open_stack.Pop();
+  }
+  if (!m_cleanup_requested) return;
+  CKorvoEveryObjectIterator it(doc);
+  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+    auto* record = CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id));
+    if (record) record->RemoveEntriesWithoutStance(doc);
+  }
+  KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->RemoveUnusedStances();
+}
+
+void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive) {
+  const CKorvoOpenDocStackItem* item = m_open_stack.Top();
+  if (item == nullptr) return;
+  CKorvoDocData imported;
+  if (!imported.Read(archive)) return;
+  CKorvoUndoScope scope(doc);
+  CKorvoDocData& live = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+
+  // Which of the file's objects carry which of the file's stances, found in one pass, so that
+  // the merge costs the number of imported entries rather than stances times objects.
+  std::unordered_map<ZK_UUID, std::vector<const CTarsaObject*>, ZK_UuidHash> carriers;
+  for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
+    carriers.emplace(imported.m_entries[i]->m_id, std::vector<const CTarsaObject*>());
+  }
+  for (int i = 0; i < item->m_added_ids.Count(); ++i) {
+    const CTarsaObject* object = doc.LookupObject(item->m_added_ids[i]);
+    const CKorvoUserData* record = object ? CKorvoObjectWrapper(object).GetRecord() : nullptr;
+    if (record == nullptr) continue;
+    for (INT_PTR e = 0; e < record->m_entries.GetSize(); ++e) {
+      const auto found = carriers.find(record->m_entries[e]->m_id);
+      if (found != carriers.end() && (found->second.empty() || found->second.back() != object)) {
+        found->second.push_back(object);
+      }
+    }
+  }
+
+  for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
+    const CKorvoDocData::USER_DATA& stance = *imported.m_entries[i];
+    const ZK_wString name = ImportedName(live, stance.m_name);
+    ZK_UUID new_id;
+    if (!ZK_CreateUuid(new_id)) continue;
+    live.Add(new_id, name);
+    for (const CTarsaObject* object : carriers[stance.m_id]) Rekey(*object, stance.m_id, new_id);
+  }
+  live.RemoveUnusedStances();
+}

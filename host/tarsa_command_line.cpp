@@ -76,13 +76,10 @@ std::wstring CTarsaCommandLine::TakeOutput() {
 CTarsaToken CTarsaCommandLine::Ask(const std::wstring& prompt) {
   if (m_abort) return Special(CTarsaToken::escape);
   CTarsaToken token;
-  bool have = false;
-  if (!m_macro.empty()) {
-    token = m_macro.front();
-    m_macro.pop_front();
-    have = token.kind != CTarsaToken::pause;
-  }
-  if (!have && !NextUserToken(prompt, token)) token = Special(CTarsaToken::escape);
+  // A macro that arrives while the user is being asked (a panel clicked meanwhile) answers in
+  // the user's place.
+  const bool have = TakeMacroToken(token) || NextUserToken(prompt, token) || TakeMacroToken(token);
+  if (!have) token = Special(CTarsaToken::escape);
   if (token.echo) Print(prompt + (token.typed.empty() ? L"" : L" " + token.typed) + L"\n");
   if (token.kind == CTarsaToken::abort) {
     m_abort = true;
@@ -138,12 +135,23 @@ void CTarsaCommandLine::RunScript(const wchar_t* macro, int echo) {
 }
 
 void CTarsaCommandLine::ProcessInput() {
+  // Words a macro left behind (after a "!" that cancelled the command it was given to) run
+  // before anything more is read from the user.
   CTarsaToken token;
-  while (NextUserToken(L"Command:", token)) RunTopLevel(token);
+  while (TakeMacroToken(token) || NextUserToken(L"Command:", token) || TakeMacroToken(token)) {
+    RunTopLevel(token);
+  }
 }
 
 CTarsaDoc* CTarsaCommandLine::Document() const {
   return m_running ? m_running_doc : TarsaApp().ObsoleteActiveDoc();
+}
+
+bool CTarsaCommandLine::TakeMacroToken(CTarsaToken& token) {
+  if (m_macro.empty()) return false;
+  token = m_macro.front();
+  m_macro.pop_front();
+  return token.kind != CTarsaToken::pause;
 }
 
 bool CTarsaCommandLine::NextUserToken(const std::wstring& prompt, CTarsaToken& token) {

@@ -31,7 +31,8 @@ std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo);
 
 class CTarsaCommandLine {
  public:
-  // Gives the next line the user types, having shown `prompt`; false at the end of input.
+  // Gives the next line the user types, having shown `prompt`; false at the end of input, or when
+  // a macro was run instead (CTarsaCommandLine::RunScript) while the user was being asked.
   using Reader = std::function<bool(const std::wstring& prompt, std::wstring& line)>;
   // Shows text as it is printed.
   using Writer = std::function<void(const std::wstring& text)>;
@@ -62,6 +63,10 @@ class CTarsaCommandLine {
   CTarsaDoc* Document() const;
 
  private:
+  // The macro's next word; false when there is none, or when it is "_Pause" (taken), which hands
+  // the prompt to the user.
+  bool TakeMacroToken(CTarsaToken& token);
+  // The user's next word, reading a line when none is left; false when the reader has none.
   bool NextUserToken(const std::wstring& prompt, CTarsaToken& token);
   void RunTopLevel(const CTarsaToken& token);
 

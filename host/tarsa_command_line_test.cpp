@@ -90,6 +90,18 @@ TEST_F(CommandLineTest, AMacroPausesForTheUserAndCancelsWithBang) {
 
   CommandLine().RunScript(L"-_Ask one !", 1);
   EXPECT_EQ(CommandLine().TakeOutput(), L"Command: -_Ask\nFirst: one\n[one]\nSecond: !\n");
+
+  // A macro given to a waiting command cancels it and runs its own command next.
+  int calls = 0;
+  CommandLine().SetReader([&calls](const std::wstring&, std::wstring& line) {
+    if (++calls == 1) line = L"_Ask";
+    if (calls == 2) TarsaApp().RunScript(L"!-_Ask \"from the macro\" second", 0);
+    return calls == 1;
+  });
+  CommandLine().ProcessInput();
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: _Ask\n[from the macro]\n[second]\n"
+            L"Pick ( Left Length Mode=Fast ):\n");
 }
 
 TEST_F(CommandLineTest, EnterAndTheEndOfInputAreAnswersToo) {
@@ -112,6 +124,8 @@ TEST_F(CommandLineTest, TranslationFilesReplaceTextsByIdAndRejectMalformedLines)
                L"Der Name <%s> existiert bereits.\n");
   EXPECT_STREQ(TsLocalizeString(L"The name <%d> already exists.\n", 19713),
                L"The name <%d> already exists.\n");
+  TsSetTranslation(19714, L"Noch <%*s>?");
+  EXPECT_STREQ(TsLocalizeString(L"Still <%s>?", 19714), L"Still <%s>?");
   EXPECT_STREQ(TsLocalizeCommandOptionName(L"Left", 901).EnglishName(), L"Left");
 
   {

@@ -15,13 +15,15 @@ std::unordered_map<int, std::wstring>& Translations() {
 
 std::wstring OrEmpty(const wchar_t* text) { return text ? text : L""; }
 
-// The conversions of a printf format in order ("%s", "%d" ...), "%%" left out.
+// The arguments a printf format takes, in order: each conversion's letter, and "*" for a width
+// or precision given as an argument. "%%" takes none.
 std::wstring Conversions(const wchar_t* format) {
   std::wstring conversions;
   for (const wchar_t* p = format; *p; ++p) {
     if (*p != L'%') continue;
-    ++p;
-    while (*p && std::wcschr(L"-+ #0123456789.*hlLqjzt", *p)) ++p;
+    for (++p; *p && std::wcschr(L"-+ #0123456789.*hlLqjzt", *p); ++p) {
+      if (*p == L'*') conversions += L'*';
+    }
     if (*p == 0) break;
     if (*p != L'%') conversions += *p;
   }

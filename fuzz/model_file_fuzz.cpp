@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the host as a model file, opened and merged with the stance plug-in
 // loaded: whatever the bytes, nothing may crash, leak or touch memory it does not own.
-//   build/asan/fuzz/model_file_fuzz fuzz/corpus -max_total_time=60
+//   build/fuzz/fuzz/model_file_fuzz -max_total_time=60 /tmp/corpus fuzz/corpus
+// (new inputs go to the first folder, so the seed corpus stays as committed)
 
 #include <cstdint>
 #include <cstdio>

@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "host/tarsa_app.h"
@@ -17,19 +16,6 @@ using Log = std::vector<std::string>;
 using Objects = std::vector<const CTarsaObject*>;
 
 const ZK_Xform kShift = ZK_Xform::Translation(1, 0, 0);
-const ZK_UUID kTagId = ZK_UuidFromString("2F7C1B9E-4D3A-4E85-A6B1-9C0D8E7F6A52");
-
-// User data copied with its object; the kernel multiplies each transform into m_userdata_xform.
-class Tag : public ZK_UserData {
- public:
-  Tag() {
-    m_userdata_uuid = kTagId;
-    m_userdata_copycount = 1;
-  }
-  ZK_Object* __DeepCopy() const override { return new Tag(*this); }
-};
-
-const ZK_UserData* TagOf(const CTarsaObject* object) { return object->GetGeometryUserData(kTagId); }
 
 // What the document did with a plug-in's undo records; `on_undo` runs inside each Undo.
 struct UndoCounts {
@@ -66,6 +52,11 @@ class Recorder : public CTarsaEventWatcher {
     if (event >= begin_undo && event <= end_redo) Note(kNames[event - begin_undo], nullptr);
   }
 
+  void Clear() {
+    log.clear();
+    objects.clear();
+  }
+
   Log log;
   Objects objects;
   const CTarsaObject* replacement = nullptr;
@@ -91,15 +82,11 @@ class TarsaDocTest : public testing::Test {
     if (doc_) TarsaApp().CloseDocument(doc_->RuntimeSerialNumber());
   }
 
-  // A free unit box whose corners start at x.
-  static CTarsaObject* MakeBox(double x) {
-    return new CTarsaObject(new ZK_Box({x, 0, 0}, {x + 1, 1, 1}));
-  }
   CTarsaObject* Add(CTarsaObject* object, bool reference = false) {
     EXPECT_TRUE(doc_->AddObject(object, reference));
     return object;
   }
-  CTarsaObject* AddBox(double x = 0) { return Add(MakeBox(x)); }
+  CTarsaObject* AddBox() { return Add(new CTarsaObject(new ZK_Box())); }  // x from 0 to 1
   CTarsaObject* Move(const CTarsaObject* object, double dx) {
     return doc_->TransformObject(CTarsaObjRef(object), ZK_Xform::Translation(dx, 0, 0));
   }
@@ -124,13 +111,8 @@ class TarsaDocTest : public testing::Test {
   CTarsaObject* Find(const CTarsaObject* object) const {
     return doc_->LookupObject(object->ModelObjectId());
   }
-  // The x of a box's corner: corner 0 has the smallest x, corner 6 the largest.
-  static double X(const CTarsaObject* object, size_t corner = 0) {
-    return ZK_PointGeometry::Cast(object->Geometry())->Points()[corner].x;
-  }
-  void ClearLog() {
-    watcher_.log.clear();
-    watcher_.objects.clear();
+  static double X(const CTarsaObject* object) {
+    return ZK_PointGeometry::Cast(object->Geometry())->Points()[0].x;
   }
 
   CTarsaDoc* doc_ = nullptr;
@@ -144,7 +126,6 @@ TEST_F(TarsaDocTest, GivesEveryObjectAnIdOfItsOwnAndFindsItUntilDeleted) {
   taken.m_uuid = first->ModelObjectId();
   CTarsaObject* twin = Add(new CTarsaObject(new ZK_Box(), taken));
   EXPECT_NE(twin->ModelObjectId(), first->ModelObjectId());
-  EXPECT_EQ(Find(first), first);
   EXPECT_EQ(Find(twin), twin);
   EXPECT_FALSE(doc_->AddObject(twin));
   ASSERT_TRUE(Delete(first));
@@ -156,60 +137,36 @@ TEST_F(TarsaDocTest, ReplacementTakesTheIdAndIsAnnouncedAsReplaceDeleteAdd) {
   CTarsaObject* box = AddBox();
   SetMode(box, TarsaObjectMode::locked);
   auto* fresh = new CTarsaObject(new ZK_Box({5, 5, 5}, {6, 6, 6}));
-  Objects visited_in_delete{box};
-  const CTarsaObject* found_in_delete = box;
-  CTarsaObject* found_in_add = nullptr;
-  watcher_.hook = [&](const std::string& what, CTarsaObject*) {
-    if (what == "delete") {
-      visited_in_delete = Walk();
-      found_in_delete = Find(box);
-    }
-    if (what == "add") found_in_add = Find(box);
+  Objects found;  // by the old id, and how many objects a walk visits, at each notification
+  std::vector<size_t> visited;
+  watcher_.hook = [&](const std::string&, CTarsaObject*) {
+    found.push_back(Find(box));
+    visited.push_back(Walk().size());
   };
-  ClearLog();
   ASSERT_TRUE(doc_->ReplaceObject(CTarsaObjRef(box), fresh));
-  EXPECT_EQ(watcher_.log, (Log{"replace", "delete", "add"}));
-  EXPECT_EQ(watcher_.objects, (Objects{box, box, fresh}));
+  EXPECT_EQ(watcher_.log, (Log{"add", "replace", "delete", "add"}));
+  EXPECT_EQ(watcher_.objects, (Objects{box, box, box, fresh}));
   EXPECT_EQ(watcher_.replacement, fresh);
-  EXPECT_TRUE(visited_in_delete.empty());
-  EXPECT_EQ(found_in_delete, nullptr);
-  EXPECT_EQ(found_in_add, fresh);
+  EXPECT_EQ(found, (Objects{box, nullptr, fresh}));
+  EXPECT_EQ(visited, (std::vector<size_t>{1, 0, 1}));
   EXPECT_EQ(fresh->ObjectState(), CTarsaObject::locked_object);
 }
 
-TEST_F(TarsaDocTest, MovingOrCopyingTransformsACopyAndItsUserDataButNotTheOriginal) {
-  CTarsaObject* box = MakeBox(0);
-  box->AttachGeometryUserData(new Tag());
-  Add(box);
-  CTarsaObject* moved = Move(box, 2);
-  ASSERT_NE(moved, nullptr);
-  EXPECT_EQ(X(moved), 2);
-  EXPECT_EQ(X(moved, 6), 3);
-  EXPECT_EQ(X(box), 0);
-  ASSERT_NE(TagOf(moved), nullptr);
-  EXPECT_EQ(TagOf(moved)->m_userdata_xform, ZK_Xform::Translation(2, 0, 0));
-  EXPECT_TRUE(TagOf(box)->m_userdata_xform.IsIdentity());
-
-  ClearLog();
-  CTarsaObject* copy = doc_->TransformObject(CTarsaObjRef(moved), kShift, false);
-  ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(watcher_.log, (Log{"add"}));
-  EXPECT_NE(copy->ModelObjectId(), moved->ModelObjectId());
-  EXPECT_EQ(Walk(), (Objects{moved, copy}));
-  EXPECT_EQ(X(moved), 2);
-  EXPECT_EQ(X(copy), 3);
-}
-
-TEST_F(TarsaDocTest, IteratorFiltersByStateCategoryLightsAndVisibility) {
+// The iterator filters by state, category, lights and visibility. Hidden and locked objects cannot
+// be selected, and are moved only when modes are ignored.
+TEST_F(TarsaDocTest, ModesAndCategoriesDecideWhatIsWalkedSelectedAndMoved) {
   CTarsaObject* normal = AddBox();
   CTarsaObject* locked = AddBox();
   CTarsaObject* hidden = AddBox();
+  CTarsaObject* doomed = AddBox();
   SetMode(locked, TarsaObjectMode::locked);
   SetMode(hidden, TarsaObjectMode::hidden);
-  Delete(AddBox());
-  CTarsaObject* reference = Move(Add(MakeBox(0), true), 1);
-  ASSERT_EQ(doc_->LightTable().AddLight(ZK_Light()), 0);
-  const CTarsaObject* light = doc_->LightTable()[0];
+  EXPECT_EQ(normal->Select() + locked->Select() + hidden->Select() + doomed->Select(), 2);
+  Delete(doomed);
+  EXPECT_EQ(doc_->UnselectAll(), 1);
+  EXPECT_EQ(doc_->UnselectAll(), 0);
+  CTarsaObject* reference = Move(Add(new CTarsaObject(new ZK_Box()), true), 1);
+  const CTarsaObject* light = doc_->LightTable()[doc_->LightTable().AddLight(ZK_Light())];
 
   EXPECT_EQ(Walk(CTarsaObjectIterator(*doc_, 7)), (Objects{normal, locked}));
   CTarsaObjectIterator unfiltered(*doc_, 7);
@@ -220,16 +177,28 @@ TEST_F(TarsaDocTest, IteratorFiltersByStateCategoryLightsAndVisibility) {
   CTarsaObjectIterator with_lights(*doc_, CTarsaObject::normal_object);
   with_lights.IncludeLights();
   EXPECT_EQ(Walk(with_lights), (Objects{normal, light}));
+
+  EXPECT_EQ(Move(hidden, 1), nullptr);
+  EXPECT_EQ(Move(locked, 1), nullptr);
+  EXPECT_FALSE(Delete(locked));
+  CTarsaObject* moved = doc_->TransformObject(CTarsaObjRef(locked), kShift, true, true);
+  ASSERT_NE(moved, nullptr);
+  EXPECT_EQ(moved->ObjectState(), CTarsaObject::locked_object);
 }
 
-TEST_F(TarsaDocTest, WalkSkipsObjectsAddedOrReplacedAfterItStarted) {
-  const Objects boxes{AddBox(0), AddBox(1), AddBox(2)};
+// A move puts a transformed copy in the original's place; a copy keeping the original is only
+// added. A walk visits neither.
+TEST_F(TarsaDocTest, MovesAndCopiesTransformACopyThatAWalkUnderWaySkips) {
+  const Objects boxes{AddBox(), AddBox(), AddBox()};
   Objects visited;
   CTarsaObjectIterator it(*doc_);
   for (CTarsaObject* object = it.First(); object; object = it.Next()) {
     visited.push_back(object);
-    ASSERT_NE(Move(object, 10), nullptr);
-    AddBox(-1);
+    CTarsaObject* moved = Move(object, 10);
+    ASSERT_NE(moved, nullptr);
+    watcher_.Clear();
+    ASSERT_NE(doc_->TransformObject(CTarsaObjRef(moved), kShift, false), nullptr);
+    EXPECT_EQ(watcher_.log, (Log{"add"}));
     if (visited.size() == 1) Move(Find(boxes[2]), 10);  // a slot the walk has not reached
   }
   EXPECT_EQ(visited, (Objects{boxes[0], boxes[1]}));
@@ -237,68 +206,45 @@ TEST_F(TarsaDocTest, WalkSkipsObjectsAddedOrReplacedAfterItStarted) {
   for (const CTarsaObject* box : boxes) EXPECT_EQ(X(Find(box)), X(box) + 10);
 }
 
-TEST_F(TarsaDocTest, ModifyLightReplacesTheLightAtItsIndexWithItsUserData) {
+TEST_F(TarsaDocTest, ModifyLightReplacesTheLightAtItsIndex) {
   CTarsaLightTable& lights = doc_->LightTable();
   EXPECT_EQ(lights.AddLight(ZK_Light()), 0);
   EXPECT_EQ(lights.AddLight(ZK_Light()), 1);
   const CTarsaLight* before = lights[1];
   ZK_Light brighter;
   brighter.m_intensity = 3;
-  brighter.AttachUserData(new Tag());
-  ClearLog();
   ASSERT_TRUE(lights.ModifyLight(brighter, 1));
-  EXPECT_EQ(watcher_.log, (Log{"replace", "delete", "add", "light-modified"}));
+  EXPECT_EQ(watcher_.log, (Log{"add", "add", "replace", "delete", "add", "light-modified"}));
   const CTarsaLight* after = CTarsaLight::Cast(Find(before));
   ASSERT_NE(after, nullptr);
-  EXPECT_EQ(lights[1], after);
   EXPECT_EQ(after->Light().m_intensity, 3);
   EXPECT_EQ(after->Light().m_light_index, 1);
-  EXPECT_NE(TagOf(after), nullptr);
   EXPECT_FALSE(lights.ModifyLight(brighter, -1));
   EXPECT_FALSE(lights.ModifyLight(brighter, 2));
 }
 
-TEST_F(TarsaDocTest, HiddenOrLockedObjectsAreNotSelectedAndMoveOnlyWhenIgnoringModes) {
-  const Objects boxes{AddBox(), AddBox(), AddBox(), AddBox(), AddBox()};
-  SetMode(boxes[1], TarsaObjectMode::hidden);
-  SetMode(boxes[2], TarsaObjectMode::locked);
-  int selected = 0;
-  for (const CTarsaObject* box : boxes) selected += box->Select();
-  EXPECT_EQ(selected, 3);
-  Delete(boxes[4]);
-  EXPECT_EQ(doc_->UnselectAll(), 2);
-  EXPECT_EQ(doc_->UnselectAll(), 0);
-
-  EXPECT_EQ(Move(boxes[1], 1), nullptr);
-  EXPECT_EQ(Move(boxes[2], 1), nullptr);
-  EXPECT_FALSE(Delete(boxes[2]));
-  CTarsaObject* moved = doc_->TransformObject(CTarsaObjRef(boxes[2]), kShift, true, true);
-  ASSERT_NE(moved, nullptr);
-  EXPECT_EQ(moved->ObjectState(), CTarsaObject::locked_object);
-}
-
 TEST_F(TarsaDocTest, UndoPutsBackAStepOfAddMoveAndDeleteAndRedoAppliesItAgain) {
-  CTarsaObject* kept = AddBox(0);
-  CTarsaObject* doomed = AddBox(5);
-  CTarsaObject* added = nullptr;
-  CTarsaObject* moved = nullptr;
-  InStep([&] {
-    added = AddBox(9);
-    moved = Move(kept, 2);
-    Delete(doomed);
-  });
+  CTarsaObject* kept = AddBox();
+  CTarsaObject* doomed = AddBox();
+  const unsigned int outer = doc_->BeginUndoRecord(L"outer");
+  EXPECT_EQ(doc_->BeginUndoRecord(L"inner"), outer);  // nested steps make one
+  CTarsaObject* added = AddBox();
+  CTarsaObject* moved = Move(kept, 2);
+  EXPECT_TRUE(doc_->EndUndoRecord(outer));  // ends the inner step only
+  Delete(doomed);
+  EXPECT_TRUE(doc_->EndUndoRecord(outer));
+  InStep([&] { EXPECT_FALSE(doc_->Undo()); });  // refused while recording; an empty step is dropped
   int heard_in_redo = 0;
   watcher_.hook = [&](const std::string&, CTarsaObject*) { heard_in_redo += doc_->RedoActive(); };
-  ClearLog();
+  watcher_.Clear();
   ASSERT_TRUE(doc_->Undo());
   EXPECT_EQ(watcher_.log,
             (Log{"undo-begin", "undelete", "replace", "delete", "add", "delete", "undo-end"}));
   EXPECT_EQ(Walk(), (Objects{kept, doomed}));
-  EXPECT_EQ(Find(added), nullptr);
   EXPECT_EQ(heard_in_redo, 0);
 
   // A redone addition comes back as an undeletion, never as a new object.
-  ClearLog();
+  watcher_.Clear();
   ASSERT_TRUE(doc_->Redo());
   EXPECT_EQ(watcher_.log,
             (Log{"redo-begin", "undelete", "replace", "delete", "add", "delete", "redo-end"}));
@@ -306,7 +252,6 @@ TEST_F(TarsaDocTest, UndoPutsBackAStepOfAddMoveAndDeleteAndRedoAppliesItAgain) {
   EXPECT_EQ(heard_in_redo, 7);
   EXPECT_FALSE(doc_->RedoActive());
   EXPECT_EQ(Walk(), (Objects{moved, added}));
-  EXPECT_EQ(Find(kept), moved);
 }
 
 // Refused custom undo records (outside a step, during an undo) are destroyed at once.
@@ -356,21 +301,6 @@ TEST_F(TarsaDocTest, CustomUndoAddedOnAReplacementIsUndoneBeforeIt) {
   EXPECT_EQ(in_place_at_undo, moved);
 }
 
-TEST_F(TarsaDocTest, KeepsNoEmptyStepAndNestedStepsMakeOne) {
-  InStep([] {});
-  EXPECT_EQ(doc_->UndoStepCount(), 0);
-  const unsigned int outer = doc_->BeginUndoRecord(L"outer");
-  EXPECT_EQ(doc_->BeginUndoRecord(L"inner"), outer);
-  AddBox();
-  EXPECT_TRUE(doc_->EndUndoRecord(outer));
-  EXPECT_FALSE(doc_->Undo());
-  AddBox();
-  EXPECT_TRUE(doc_->EndUndoRecord(outer));
-  EXPECT_EQ(doc_->UndoStepCount(), 1);
-  ASSERT_TRUE(doc_->Undo());
-  EXPECT_TRUE(Walk().empty());
-}
-
 TEST_F(TarsaDocTest, OnlyRegisteredEnabledWatchersHear) {
   Recorder disabled, leaving;
   disabled.Register();
@@ -397,7 +327,7 @@ TEST(ZkPointGeometry, ReadTakesOnlyAValidNumberOfPoints) {
   EXPECT_TRUE(line.Points().empty());
   ZK_BinaryMemoryArchive seven_points(Written(ZK_Polyline(std::vector<ZK_3dPoint>(7))));
   ZK_Box box({1, 2, 3}, {4, 5, 6});
-  EXPECT_FALSE(box.Read(seven_points));
+  EXPECT_FALSE(box.Read(seven_points));  // and stays as it was
   ZK_BinaryMemoryArchive whole_box(Written(box));
   ZK_Box copy;
   ASSERT_TRUE(copy.Read(whole_box));

@@ -18,6 +18,22 @@ CKorvoDocData::USER_DATA* ScanForName(CKorvoDocData& table, const wchar_t* name)
   return nullptr;
 }
 
+bool AskForStoredPosition(const wchar_t* english, int string_id, CKorvoDocData& table,
+                          const CKorvoDocData::USER_DATA*& stance, CTarsaCommand::result& result) {
+  ZK_wString name;
+  const ZK_wString prompt = FormattedPrompt(english, string_id);
+  const bool cancelled = AskForText(prompt, false, name) == CTarsaGet::cancel;
+  result = cancelled ? CTarsaCommand::cancel : CTarsaCommand::success;
+  if (cancelled || name.IsEmpty()) return false;
+  stance = ScanForName(table, name);
+  if (stance == nullptr) PrintNoStoredPosition(name);
+  return stance != nullptr;
+}
+
+void PrintNoStoredPosition(const wchar_t* name) {
+  PrintMessage(L"Stored position <%s> does not exist.\n", 19718, name);
+}
+
 bool AskForObjects(ZK_SimpleArray<const CTarsaObject*>& objects) {
   CTarsaGetObject get;
   get.AcceptNothing(true);

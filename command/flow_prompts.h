@@ -15,6 +15,15 @@ CTarsaGet::result AskForText(const wchar_t* prompt, bool accept_nothing, ZK_wStr
 // own cursor; null when there is none.
 CKorvoDocData::USER_DATA* ScanForName(CKorvoDocData& table, const wchar_t* name);
 
+// Asks for the name of a stored position with the formatted prompt, as Restore and Update do:
+// true with the stance found. False with the flow's result in `result`: cancel for a cancel,
+// success for an empty name or a name no stance has (which is reported).
+bool AskForStoredPosition(const wchar_t* english, int string_id, CKorvoDocData& table,
+                          const CKorvoDocData::USER_DATA*& stance, CTarsaCommand::result& result);
+
+// Prints that no stance has the name, as typed.
+void PrintNoStoredPosition(const wchar_t* name);
+
 // Asks for at least one object, pre-selected objects accepted: true when objects were picked.
 bool AskForObjects(ZK_SimpleArray<const CTarsaObject*>& objects);
 

@@ -8,8 +8,6 @@ bool g_bSaveWithoutConfirm = false;
 
 namespace {
 
-const wchar_t kDoesNotExist[] = L"Stored position <%s> does not exist.\n";
-constexpr int kDoesNotExistId = 19718;
 constexpr int kIdAttempts = 10;
 
 // The name of the last stance, shown in the Save prompt for information.
@@ -94,7 +92,7 @@ CTarsaCommand::result DoAppend(CTarsaDoc& doc, CKorvoDocData& table) {
   if (!AskForObjects(objects)) return CTarsaCommand::cancel;
   const CKorvoDocData::USER_DATA* stance = ScanForName(table, name);
   if (stance == nullptr) {
-    PrintMessage(kDoesNotExist, kDoesNotExistId, name);
+    PrintNoStoredPosition(name);
     return CTarsaCommand::success;
   }
   AddToStance(stance->m_id, objects);
@@ -103,14 +101,10 @@ CTarsaCommand::result DoAppend(CTarsaDoc& doc, CKorvoDocData& table) {
 }
 
 CTarsaCommand::result DoUpdate(CTarsaDoc& doc, CKorvoDocData& table) {
-  ZK_wString name;
-  const ZK_wString prompt = FormattedPrompt(L"Name for position to update", 35183);
-  if (AskForText(prompt, false, name) == CTarsaGet::cancel) return CTarsaCommand::cancel;
-  if (name.IsEmpty()) return CTarsaCommand::success;
-  const CKorvoDocData::USER_DATA* stance = ScanForName(table, name);
-  if (stance == nullptr) {
-    PrintMessage(kDoesNotExist, kDoesNotExistId, name);
-    return CTarsaCommand::success;
+  const CKorvoDocData::USER_DATA* stance = nullptr;
+  CTarsaCommand::result result;
+  if (!AskForStoredPosition(L"Name for position to update", 35183, table, stance, result)) {
+    return result;
   }
   UpdateStanceMembers(doc, stance->m_id);
   doc.Regen();

@@ -39,14 +39,10 @@ void ShowPanel(bool visible) {
 }  // namespace
 
 CTarsaCommand::result DoRestore(CTarsaDoc& doc, CKorvoDocData& table) {
-  ZK_wString name;
-  const ZK_wString prompt = FormattedPrompt(L"Name for position to restore", 35184);
-  if (AskForText(prompt, false, name) == CTarsaGet::cancel) return CTarsaCommand::cancel;
-  if (name.IsEmpty()) return CTarsaCommand::success;
-  const CKorvoDocData::USER_DATA* stance = ScanForName(table, name);
-  if (stance == nullptr) {
-    PrintMessage(L"Stored position <%s> does not exist.\n", 19718, name);
-    return CTarsaCommand::success;
+  const CKorvoDocData::USER_DATA* stance = nullptr;
+  CTarsaCommand::result result;
+  if (!AskForStoredPosition(L"Name for position to restore", 35184, table, stance, result)) {
+    return result;
   }
   RestoreStanceMembers(doc, stance->m_id);
   doc.Regen();

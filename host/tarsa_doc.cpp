@@ -199,6 +199,9 @@ int CTarsaDoc::UnselectAll(bool ignore_persistent) {
 unsigned int CTarsaDoc::BeginUndoRecord(const wchar_t* description) {
   if (m_undo_active || m_redo_active) return 0;
   if (m_recording_depth++ == 0) {
+    // Objects replaced outside any step were kept for callers still holding them during that
+    // operation; a new step starts a new operation.
+    m_retired.clear();
     m_recording.reset(new UndoStep);
     m_recording->serial_number = NextUndoRecordSerialNumber();
     m_recording->description = description;

@@ -151,7 +151,8 @@ class CTarsaDoc {
   std::vector<unsigned long long> m_slot_stamps;  // when each slot's object was put there
   unsigned long long m_stamp = 0;
   std::unordered_map<ZK_UUID, size_t, ZK_UuidHash> m_slot_of_id;
-  std::vector<std::unique_ptr<CTarsaObject>> m_retired;  // replaced while nothing recorded
+  // Replaced while nothing was recorded; freed when the next undo step begins.
+  std::vector<std::unique_ptr<CTarsaObject>> m_retired;
   std::vector<PlugInData> m_kept_plug_in_data;
   CTarsaLightTable m_light_table;
 

@@ -1,11 +1,14 @@
 #include "command/stance_command.h"
 
 #include <deque>
+#include <map>
+#include <set>
 #include <sstream>
 
 #include "command/save_flows.h"
 #include "host/tarsa_dockbar.h"
 #include "host/tarsa_localize.h"
+#include "host/zk_testing.h"
 #include "panel/stances_panel.h"
 #include "testing/stance_document_test.h"
 
@@ -245,6 +248,66 @@ TEST_F(StanceCommandTest, AMacroRunsWithoutEchoAndTranslatedTextsKeepTheirIds) {
   EXPECT_NE(shown[0].find(L"Wiederherstellen"), std::wstring::npos);
   EXPECT_EQ(shown[1], L"Name der Stellung: front");
   EXPECT_EQ(shown[4], L"Stored position <Nope> does not exist.");
+}
+
+// Every text of the command with its string id.
+const std::pair<int, const wchar_t*> kTexts[] = {
+    {19710, L"Choose stance option"},
+    {17987, L"List"},
+    {17988, L"Save"},
+    {17989, L"Restore"},
+    {17990, L"Delete"},
+    {17991, L"Rename"},
+    {33392, L"Select"},
+    {34036, L"Update"},
+    {34195, L"Append"},
+    {31603, L"Visible"},
+    {19711, L"Name for the saved position <%s>"},
+    {19712, L"At least one character has to be entered.\n"},
+    {19713, L"The name <%s> already exists.\n"},
+    {19714, L"Do you want to update it?"},
+    {17992, L"Yes"},
+    {17993, L"No"},
+    {19715, L"Select objects"},
+    {19716, L"Error! Could not create unique Uuid.\n"},
+    {35182, L"Name for position to append to"},
+    {35183, L"Name for position to update"},
+    {19718, L"Stored position <%s> does not exist.\n"},
+    {35184, L"Name for position to restore"},
+    {19719, L"Stance to delete"},
+    {19720, L"Stored position <%s> does not exist.\n"},
+    {19721, L"Stance to rename"},
+    {19722, L"Stored position <%s> does not exist.\n"},
+    {19723, L"New name"},
+    {19724, L"New name <%s> already exists.\n"},
+    {33393, L"Select object(s) of stance"},
+    {33394, L"Stance <%s> does not exist.\n"},
+    {31604, L"Choose stance option"},
+    {31605, L"Visible"},
+    {31606, L"Yes"},
+    {31607, L"No"},
+    {31608, L"Toggle"},
+};
+
+TEST_F(StanceCommandTest, EveryTextTravelsWithItsOwnId) {
+  std::map<int, std::set<std::wstring>> asked;
+  TsSetLocalizationObserver([&asked](const wchar_t* english, int id) {
+    if (id != 0) asked[id].insert(english);
+  });
+  AddNamed(L"door");
+  Stance({L"_Save",   L"",         L"_Save",   L"Front",   L"door", L"",         L"_Save",
+          L"front",   L"_No",      L"_Append", L"x",       L"door", L"",         L"_Update",
+          L"x",       L"_Restore", L"x",       L"_Delete", L"x",    L"_Rename",  L"x",
+          L"_Rename", L"front",    L"FRONT",   L"_Select", L"x",    L"_Visible", L"_Visible",
+          L"_Toggle", L"",         L"_Escape"});
+  {
+    ZK_TestFailCreateUuid failing;
+    Stance({L"_Save", L"Top", L"door", L"", L"_Escape"});
+  }
+  TsSetLocalizationObserver(nullptr);
+  std::map<int, std::set<std::wstring>> expected;
+  for (const auto& text : kTexts) expected[text.first].insert(text.second);
+  EXPECT_EQ(asked, expected);
 }
 
 }  // namespace

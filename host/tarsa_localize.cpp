@@ -13,6 +13,11 @@ std::unordered_map<int, std::wstring>& Translations() {
   return translations;
 }
 
+std::function<void(const wchar_t*, int)>& Observer() {
+  static std::function<void(const wchar_t*, int)> observer;
+  return observer;
+}
+
 std::wstring OrEmpty(const wchar_t* text) { return text ? text : L""; }
 
 // The arguments a printf format takes, in order: each conversion's letter, and "*" for a width
@@ -64,6 +69,7 @@ CTarsaCommandOptionValue::CTarsaCommandOptionValue(const wchar_t* english_value,
 
 const wchar_t* TsLocalizeString(const wchar_t* english, int string_id) {
   english = english ? english : L"";
+  if (Observer()) Observer()(english, string_id);
   if (string_id == 0) return english;
   const auto found = Translations().find(string_id);
   if (found == Translations().end()) return english;
@@ -109,3 +115,7 @@ void TsSetTranslation(int string_id, const wchar_t* text) {
 }
 
 void TsClearTranslations() { Translations().clear(); }
+
+void TsSetLocalizationObserver(std::function<void(const wchar_t*, int)> observer) {
+  Observer() = std::move(observer);
+}

@@ -4,6 +4,7 @@
 // English by default; a translation table replaces texts by id (docs/localization.md).
 #pragma once
 
+#include <functional>
 #include <string>
 
 class CTarsaCommandOptionName {
@@ -44,3 +45,7 @@ CTarsaCommandOptionValue TsLocalizeCommandOptionValue(const wchar_t* english, in
 bool TsLoadTranslations(const std::string& path, std::string* error = nullptr);
 void TsSetTranslation(int string_id, const wchar_t* text);
 void TsClearTranslations();
+
+// Calls `observer` with every English text and string id the host is asked to localise, so that
+// tests can see which id travels with which text; null stops it.
+void TsSetLocalizationObserver(std::function<void(const wchar_t* english, int string_id)> observer);

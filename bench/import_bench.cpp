@@ -7,9 +7,9 @@
 #include <string>
 
 #include "events/event_watcher.h"
-#include "host/tarsa_app.h"
-#include "host/tarsa_model_file.h"
-#include "host/zk_point_geometry.h"
+#include "host/tarsa/standin/tarsa_model_file.h"
+#include "host/tarsa/standin/tarsa_standin.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
 #include "operations/dynamic_access.h"
 #include "plugin/korvo_plugin.h"
 
@@ -21,7 +21,7 @@ constexpr int kStancesPerObject = 3;
 std::string MakeModel(int objects, int stances) {
   const std::string path =
       "/tmp/korvo_import_bench_" + std::to_string(objects) + "_" + std::to_string(stances) + ".tsm";
-  CTarsaDoc* doc = TarsaApp().NewDocument();
+  CTarsaDoc* doc = CTarsaStandIn::NewDocument();
   std::vector<ZK_SimpleArray<const CTarsaObject*>> members(static_cast<size_t>(stances));
   for (int i = 0; i < objects; ++i) {
     auto* object = new CTarsaObject(new ZK_Point({double(i), 0, 0}));
@@ -51,22 +51,16 @@ std::string MakeModel(int objects, int stances) {
   }
   std::wstring error;
   TsWriteModelFile(*doc, path, error);
-  TarsaApp().CloseDocument(doc->RuntimeSerialNumber());
+  CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
   return path;
 }
 
-void Load() {
-  KorvoPlugIn().EventWatcher()->Register();
-  KorvoPlugIn().EventWatcher()->Enable(true);
-  TarsaApp().AddPlugIn(KorvoPlugIn());
-}
-
 void BM_ImportStances(benchmark::State& state) {
-  Load();
+  CTarsaStandIn::LoadPlugIn(KorvoPlugIn());
   const std::string path =
       MakeModel(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
   for (auto _ : state) {
-    CTarsaDoc* doc = TarsaApp().NewDocument();
+    CTarsaDoc* doc = CTarsaStandIn::NewDocument();
     const unsigned int step = doc->BeginUndoRecord(L"Import");
     std::wstring error;
     TsReadModelFile(*doc, path, true, false, error);
@@ -75,7 +69,7 @@ void BM_ImportStances(benchmark::State& state) {
     if (KorvoPlugIn().DocData(doc->RuntimeSerialNumber())->Count() != state.range(1)) {
       state.SkipWithError("not every stance was imported");
     }
-    TarsaApp().CloseDocument(doc->RuntimeSerialNumber());
+    CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
     state.ResumeTiming();
   }
   std::remove(path.c_str());
@@ -86,11 +80,11 @@ BENCHMARK(BM_ImportStances)
     ->Unit(benchmark::kMillisecond);
 
 void BM_RemoveUnusedStances(benchmark::State& state) {
-  Load();
+  CTarsaStandIn::LoadPlugIn(KorvoPlugIn());
   const std::string path =
       MakeModel(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
   std::wstring error;
-  CTarsaDoc* doc = TarsaApp().OpenDocument(path, error);
+  CTarsaDoc* doc = CTarsaStandIn::OpenDocument(path, error);
   CKorvoDocData* table = KorvoPlugIn().DocData(doc->RuntimeSerialNumber());
   for (auto _ : state) {
     // One stance that nothing carries makes the visit go through every object.
@@ -101,21 +95,21 @@ void BM_RemoveUnusedStances(benchmark::State& state) {
     state.ResumeTiming();
     table->RemoveUnusedStances();
   }
-  TarsaApp().CloseDocument(doc->RuntimeSerialNumber());
+  CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
   std::remove(path.c_str());
 }
 BENCHMARK(BM_RemoveUnusedStances)->Args({100000, 1000})->Unit(benchmark::kMillisecond);
 
 // Opening a model as the document, with the clean-up of entries and stances at its end.
 void BM_OpenDocument(benchmark::State& state) {
-  Load();
+  CTarsaStandIn::LoadPlugIn(KorvoPlugIn());
   const std::string path =
       MakeModel(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
   for (auto _ : state) {
     std::wstring error;
-    CTarsaDoc* doc = TarsaApp().OpenDocument(path, error);
+    CTarsaDoc* doc = CTarsaStandIn::OpenDocument(path, error);
     state.PauseTiming();
-    TarsaApp().CloseDocument(doc->RuntimeSerialNumber());
+    CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
     state.ResumeTiming();
   }
   std::remove(path.c_str());

@@ -1,6 +1,6 @@
 #include "command/flow_prompts.h"
 
-#include "host/tarsa_app.h"
+#include "host/tarsa/tarsa_app.h"
 
 CTarsaGet::result AskForText(const wchar_t* prompt, bool accept_nothing, ZK_wString& text) {
   CTarsaGetString get;

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "data/stance_table.h"
-#include "host/tarsa_command.h"
-#include "host/tarsa_get.h"
-#include "host/zk_array.h"
+#include "host/tarsa/tarsa_command.h"
+#include "host/tarsa/tarsa_get.h"
+#include "host/zefkit/zk_array.h"
 
 // Asks for a text with `prompt`, accepting Enter alone when `accept_nothing`. Gives the prompt's
 // result; `text` receives what was entered (empty for anything but a string).

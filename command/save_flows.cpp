@@ -1,7 +1,7 @@
 #include "command/save_flows.h"
 
 #include "command/flow_prompts.h"
-#include "host/tarsa_doc.h"
+#include "host/tarsa/tarsa_doc.h"
 #include "operations/stance_members.h"
 
 bool g_bSaveWithoutConfirm = false;

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "data/stance_table.h"
-#include "host/tarsa_command.h"
+#include "host/tarsa/tarsa_command.h"
 
 // While true, Save replaces a stance of the same name without asking. The panel sets it around
 // the Save macros it runs; false when the module loads.

@@ -3,8 +3,8 @@
 #include "command/save_flows.h"
 #include "command/use_flows.h"
 #include "data/undo_scope.h"
-#include "host/tarsa_dockbar.h"
-#include "host/tarsa_get.h"
+#include "host/tarsa/tarsa_dockbar.h"
+#include "host/tarsa/tarsa_get.h"
 #include "panel/stances_panel.h"
 #include "plugin/korvo_plugin.h"
 

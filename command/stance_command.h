@@ -5,7 +5,7 @@
 // One instance lives as long as the module.
 #pragma once
 
-#include "host/tarsa_command.h"
+#include "host/tarsa/tarsa_command.h"
 
 class CCommandKorvo : public CTarsaCommand {
  public:

@@ -6,9 +6,9 @@
 #include <sstream>
 
 #include "command/save_flows.h"
-#include "host/tarsa_dockbar.h"
-#include "host/tarsa_localize.h"
-#include "host/zk_testing.h"
+#include "host/tarsa/tarsa_dockbar.h"
+#include "host/tarsa/tarsa_localize.h"
+#include "host/zefkit/standin/zk_testing.h"
 #include "panel/stances_panel.h"
 #include "testing/stance_document_test.h"
 
@@ -19,26 +19,12 @@ const std::wstring kMenu =
 
 class StanceCommandTest : public StanceDocumentTest {
  protected:
-  void SetUp() override {
-    StanceDocumentTest::SetUp();
-    CommandLine().TakeOutput();
-  }
   void TearDown() override {
-    CommandLine().SetReader(nullptr);
-    TsClearTranslations();
     g_bSaveWithoutConfirm = false;
     StanceDocumentTest::TearDown();
   }
 
-  static CTarsaCommandLine& CommandLine() { return TarsaApp().CommandLine(); }
-  ZK_UUID AddNamed(const wchar_t* name, TarsaObjectMode mode = TarsaObjectMode::normal) {
-    CTarsaObjectAttributes attributes;
-    attributes.m_name = name;
-    attributes.m_mode = mode;
-    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}), attributes);
-    doc_->AddObject(object);
-    return object->ModelObjectId();
-  }
+  static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
   // Feeds the user's lines to the command line and runs `typed`; what was shown, line by line.
   std::vector<std::wstring> Run(const std::wstring& typed, std::deque<std::wstring> lines) {
     CommandLine().SetReader([&lines](const std::wstring&, std::wstring& line) {
@@ -173,7 +159,7 @@ TEST_F(StanceCommandTest, UnknownNamesAreReportedAsTyped) {
 
 TEST_F(StanceCommandTest, RestoreSelectRenameAndDeleteFindStancesInAnyCase) {
   const ZK_UUID door = AddNamed(L"door");
-  const ZK_UUID hidden = AddNamed(L"lid", TarsaObjectMode::hidden);
+  const ZK_UUID hidden = AddNamed(L"lid", nullptr, TarsaObjectMode::hidden);
   Save(L"Front", {door, hidden});
   Save(L"Back", {door});
   const auto saved = Placement(door);
@@ -224,22 +210,22 @@ TEST_F(StanceCommandTest, OneRunIsOneUndoStepStartingWithTheRemovalOfUnusedStanc
   Save(L"Empty", {});
   Save(L"Front", {door});
   Save(L"Side", {door});
-  const int steps = doc_->UndoStepCount();
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
   Stance({L"Delete", L"Front", L"Rename", L"Side", L"Back", L"Save", L"Top", L"door", L"", L""});
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back", L"Top"}));
-  EXPECT_EQ(doc_->UndoStepCount(), steps + 1);
-  ASSERT_TRUE(doc_->Undo());
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Empty", L"Front", L"Side"}));
 }
 
 TEST_F(StanceCommandTest, AMacroRunsWithoutEchoAndTranslatedTextsKeepTheirIds) {
   const ZK_UUID door = AddNamed(L"door");
   Save(L"Front", {door});
-  TsSetTranslation(19710, L"Stellungsoption wählen");
-  TsSetTranslation(17989, L"Wiederherstellen");
-  TsSetTranslation(35184, L"Name der Stellung");
-  TsSetTranslation(19718, L"Die Stellung <%s> gibt es nicht.\n");
-  TsSetTranslation(19720, L"Keine Stellung <%d>.\n");  // other arguments: never used
+  CTarsaStandIn::SetTranslation(19710, L"Stellungsoption wählen");
+  CTarsaStandIn::SetTranslation(17989, L"Wiederherstellen");
+  CTarsaStandIn::SetTranslation(35184, L"Name der Stellung");
+  CTarsaStandIn::SetTranslation(19718, L"Die Stellung <%s> gibt es nicht.\n");
+  CTarsaStandIn::SetTranslation(19720, L"Keine Stellung <%d>.\n");  // other arguments: never used
   CommandLine().RunScript(L"!-_Stance _Restore \"Vorn\"  _ENTER", 0);
   EXPECT_EQ(SplitLines(CommandLine().TakeOutput()), (Lines{L"Die Stellung <Vorn> gibt es nicht."}));
 
@@ -291,7 +277,7 @@ const std::pair<int, const wchar_t*> kTexts[] = {
 
 TEST_F(StanceCommandTest, EveryTextTravelsWithItsOwnId) {
   std::map<int, std::set<std::wstring>> asked;
-  TsSetLocalizationObserver([&asked](const wchar_t* english, int id) {
+  CTarsaStandIn::SetLocalizationObserver([&asked](const wchar_t* english, int id) {
     if (id != 0) asked[id].insert(english);
   });
   AddNamed(L"door");
@@ -304,7 +290,7 @@ TEST_F(StanceCommandTest, EveryTextTravelsWithItsOwnId) {
     ZK_TestFailCreateUuid failing;
     Stance({L"_Save", L"Top", L"door", L"", L"_Escape"});
   }
-  TsSetLocalizationObserver(nullptr);
+  CTarsaStandIn::SetLocalizationObserver(nullptr);
   std::map<int, std::set<std::wstring>> expected;
   for (const auto& text : kTexts) expected[text.first].insert(text.second);
   EXPECT_EQ(asked, expected);

@@ -1,8 +1,8 @@
 #include "command/use_flows.h"
 
 #include "command/flow_prompts.h"
-#include "host/tarsa_app.h"
-#include "host/tarsa_dockbar.h"
+#include "host/tarsa/tarsa_app.h"
+#include "host/tarsa/tarsa_dockbar.h"
 #include "operations/stance_members.h"
 #include "panel/stances_panel.h"
 

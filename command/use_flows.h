@@ -6,7 +6,7 @@
 #pragma once
 
 #include "data/stance_table.h"
-#include "host/tarsa_command.h"
+#include "host/tarsa/tarsa_command.h"
 
 CTarsaCommand::result DoRestore(CTarsaDoc& doc, CKorvoDocData& table);
 CTarsaCommand::result DoSelect(CTarsaDoc& doc, CKorvoDocData& table);

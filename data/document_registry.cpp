@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "host/zk_crc16.h"
-#include "host/zk_memory.h"
+#include "host/zefkit/zk_crc16.h"
+#include "host/zefkit/zk_memory.h"
 
 CKorvoDocDataMap::CKorvoDocDataMap() {
   for (Node*& bucket : m_buckets) bucket = nullptr;

@@ -37,24 +37,24 @@ TEST_F(StanceCleanupTest, RemovesEachStanceNoObjectCarriesWithOneNotificationEac
   Save(L"Also unused", {});
   const ZK_UUID shadow = Save(L"Shadow", {hidden});
   Table().m_entries.Add(new CKorvoDocData::USER_DATA{ZK_nil_uuid, L"Nil"});
-  stance_changes_ = 0;
+  TakeStanceChanges();
 
   Table().RemoveUnusedStances();
   ASSERT_EQ(Table().Count(), 3);
   EXPECT_EQ(Table().m_entries[0]->m_id, lit);
   EXPECT_EQ(Table().m_entries[1]->m_id, shadow);
-  EXPECT_EQ(stance_changes_, 2);
+  EXPECT_EQ(TakeStanceChanges(), 2);
 }
 
 TEST_F(StanceCleanupTest, AnEmptyTableOrAClosedDocumentChangesNothing) {
   Table().RemoveUnusedStances();
   Save(L"Unused", {});
   CKorvoDocData* table = &Table();
-  TarsaApp().CloseDocument(serial_);
-  stance_changes_ = 0;
+  CTarsaStandIn::CloseDocument(serial_);
+  TakeStanceChanges();
   table->RemoveUnusedStances();
   EXPECT_EQ(table->Count(), 1);
-  EXPECT_EQ(stance_changes_, 0);
+  EXPECT_EQ(TakeStanceChanges(), 0);
 }
 
 TEST_F(StanceCleanupTest, RecordEntriesOfUnknownStancesAreDroppedInOrder) {
@@ -75,20 +75,20 @@ TEST_F(StanceCleanupTest, RecordEntriesOfUnknownStancesAreDroppedInOrder) {
 }
 
 TEST_F(StanceCleanupTest, AnUndoScopeRecordsOnlyAChangeOfAnOpenDocument) {
-  const int steps = doc_->UndoStepCount();
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
   Step([&] { CKorvoUndoScope scope(*doc_); });
-  EXPECT_EQ(doc_->UndoStepCount(), steps);
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
   Step([&] {
     CKorvoUndoScope scope(*doc_);
     Table().Add(ZK_UuidFromString("5D6E7F80-91A2-4B3C-8D4E-5F60718293A4"), L"Front");
   });
-  EXPECT_EQ(doc_->UndoStepCount(), steps + 1);
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
 
   CKorvoDocData* table = &Table();
   {
     CKorvoUndoScope scope(*doc_);
     table->RemoveAll();
-    TarsaApp().CloseDocument(serial_);
+    CTarsaStandIn::CloseDocument(serial_);
   }  // nothing to hand the snapshot to: it goes, with no leak
   EXPECT_EQ(table->Count(), 0);
 }

@@ -5,9 +5,9 @@
 // the record owns it: the kernel copies, transforms, writes, reads and destroys it with the object.
 #pragma once
 
-#include "host/c_array.h"
-#include "host/zk_archive.h"
-#include "host/zk_object.h"
+#include "host/platform/c_array.h"
+#include "host/zefkit/zk_archive.h"
+#include "host/zefkit/zk_object.h"
 
 class CTarsaDoc;
 

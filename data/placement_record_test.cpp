@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "host/zk_light.h"
-#include "host/zk_testing.h"
+#include "host/zefkit/standin/zk_testing.h"
+#include "host/zefkit/zk_light.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "data/stance_table.h"
 
-#include "host/tarsa_app.h"
+#include "host/tarsa/tarsa_app.h"
 #include "panel/stances_panel.h"
 
 namespace {

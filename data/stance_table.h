@@ -7,10 +7,10 @@
 // assignment and RemoveAll announce nothing.
 #pragma once
 
-#include "host/c_array.h"
-#include "host/zk_archive.h"
-#include "host/zk_string.h"
-#include "host/zk_uuid.h"
+#include "host/platform/c_array.h"
+#include "host/zefkit/zk_archive.h"
+#include "host/zefkit/zk_string.h"
+#include "host/zefkit/zk_uuid.h"
 
 class CKorvoDocData {
  public:

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/tarsa_app.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 #include "panel/stances_panel.h"
 
 namespace {
@@ -23,17 +23,17 @@ ZK_UUID NewId() {
 class StanceTableTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    serial_ = TarsaApp().NewDocument()->RuntimeSerialNumber();
+    serial_ = CTarsaStandIn::NewDocument()->RuntimeSerialNumber();
     table_.m_doc_serial_number = serial_;
-    TarsaApp().SetStanceChangedHandler([this](CTarsaDoc& doc) {
-      const bool rebuild_asked = g_pStancesPanel && g_pStancesPanel->RebuildPending();
+    CTarsaStandIn::SetStanceChangedHandler([this](CTarsaDoc& doc) {
+      const bool rebuild_asked = g_pStancesPanel && CTarsaStandIn::RebuildPending(*g_pStancesPanel);
       events_.push_back(std::to_string(doc.RuntimeSerialNumber()) +
                         (rebuild_asked ? " after rebuild" : ""));
     });
   }
   void TearDown() override {
-    TarsaApp().SetStanceChangedHandler(nullptr);
-    TarsaApp().CloseDocument(serial_);
+    CTarsaStandIn::SetStanceChangedHandler(nullptr);
+    CTarsaStandIn::CloseDocument(serial_);
   }
 
   ZK_UUID Save(const wchar_t* name) {
@@ -114,7 +114,7 @@ TEST_F(StanceTableTest, CopiesCompareIdsAndExactNamesInOrderAndKeepTheTargetsDoc
   other_order.Add(a, L"Front");
   EXPECT_FALSE(table_ == other_order);
 
-  other_order.m_doc_serial_number = TarsaApp().NewDocument()->RuntimeSerialNumber();
+  other_order.m_doc_serial_number = CTarsaStandIn::NewDocument()->RuntimeSerialNumber();
   events_.clear();
   table_ = other_order;
   EXPECT_EQ(NamesInOrder(), (Names{L"Side", L"Front"}));
@@ -123,21 +123,21 @@ TEST_F(StanceTableTest, CopiesCompareIdsAndExactNamesInOrderAndKeepTheTargetsDoc
   EXPECT_EQ(events_, (std::vector<std::string>{std::to_string(serial_)}));
   table_ = table_;
   EXPECT_EQ(table_.Count(), 3);
-  TarsaApp().CloseDocument(other_order.m_doc_serial_number);
+  CTarsaStandIn::CloseDocument(other_order.m_doc_serial_number);
 }
 
 TEST_F(StanceTableTest, ThePanelRebuildsBeforeTheHostIsToldAndAClosedDocumentHearsNothing) {
   Save(L"No panel");
   CTsStancesManagerDlg panel;
   Save(L"Panel without window");
-  EXPECT_EQ(panel.RebuildRequestCount(), 0);
-  panel.CreateWindowHandle();
+  EXPECT_EQ(CTarsaStandIn::RebuildRequestCount(panel), 0);
+  CTarsaStandIn::CreateWindowHandle(panel);
   Save(L"Panel with window");
-  EXPECT_EQ(panel.RebuildRequestCount(), 1);
-  EXPECT_EQ(panel.RebuildDelay(), 500u);
+  EXPECT_EQ(CTarsaStandIn::RebuildRequestCount(panel), 1);
+  EXPECT_EQ(CTarsaStandIn::RebuildDelay(panel), 500u);
   EXPECT_EQ(events_.back(), std::to_string(serial_) + " after rebuild");
 
-  TarsaApp().CloseDocument(serial_);  // the change still stands
+  CTarsaStandIn::CloseDocument(serial_);  // the change still stands
   EXPECT_TRUE(table_.RemoveByName(L"No panel"));
   EXPECT_EQ(table_.Count(), 2);
   EXPECT_EQ(events_.size(), 3u);

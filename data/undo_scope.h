@@ -5,7 +5,7 @@
 #pragma once
 
 #include "data/stance_table.h"
-#include "host/tarsa_doc.h"
+#include "host/tarsa/tarsa_doc.h"
 
 class CKorvoUndoScope {
  public:

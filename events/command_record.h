@@ -5,8 +5,8 @@
 #pragma once
 
 #include "data/placement_record.h"
-#include "host/tarsa_doc.h"
-#include "host/zk_array.h"
+#include "host/tarsa/tarsa_doc.h"
+#include "host/zefkit/zk_array.h"
 
 class CKorvoCommandRecord {
  public:

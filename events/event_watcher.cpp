@@ -1,7 +1,7 @@
 #include "events/event_watcher.h"
 
 #include "data/undo_scope.h"
-#include "host/tarsa_app.h"
+#include "host/tarsa/tarsa_app.h"
 #include "operations/object_wrapper.h"
 #include "panel/stances_panel.h"
 #include "plugin/korvo_plugin.h"

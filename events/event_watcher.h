@@ -7,7 +7,7 @@
 
 #include "events/command_record.h"
 #include "events/open_doc_stack.h"
-#include "host/tarsa_event_watcher.h"
+#include "host/tarsa/tarsa_event_watcher.h"
 
 class ZK_BinaryArchive;
 

@@ -4,27 +4,10 @@
 
 namespace {
 
-// Scenarios with the plug-in's watcher listening, as when the plug-in is loaded.
+// Scenarios with the plug-in loaded and its watcher listening.
 class EventWatcherTest : public StanceDocumentTest {
  protected:
-  void SetUp() override {
-    StanceDocumentTest::SetUp();
-    Watcher().Register();
-    Watcher().Enable(true);
-  }
-  void TearDown() override {
-    Watcher().Enable(false);
-    Watcher().UnRegister();
-    StanceDocumentTest::TearDown();
-  }
   static CKorvoEventWatcher& Watcher() { return *KorvoPlugIn().EventWatcher(); }
-  ZK_UUID AddNamed(const wchar_t* name, ZK_Geometry* geometry) {
-    CTarsaObjectAttributes attributes;
-    attributes.m_name = name;
-    auto* object = new CTarsaObject(geometry, attributes);
-    doc_->AddObject(object);
-    return object->ModelObjectId();
-  }
   void Command(const wchar_t* macro) { TarsaApp().RunScript(macro, 0); }
   // The ids of the objects named so, in document order.
   std::vector<ZK_UUID> Named(const wchar_t* name) {
@@ -74,16 +57,16 @@ TEST_F(EventWatcherTest, DeletingTheLastObjectRemovesTheStanceUndoablyAndRedoRem
   const ZK_UUID wheel = AddNamed(L"wheel", new ZK_Point({2, 2, 2}));
   Save(L"Front", {door});
   Save(L"Both", {door, wheel});
-  stance_changes_ = 0;
+  TakeStanceChanges();
   Command(L"-_Delete door _Enter");
   EXPECT_EQ(Table().Count(), 1);
   EXPECT_EQ(Table().m_entries[0]->m_name, L"Both");
-  EXPECT_GE(stance_changes_, 2);
+  EXPECT_GE(TakeStanceChanges(), 2);
 
-  ASSERT_TRUE(doc_->Undo());
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_NE(Object(door), nullptr);
   EXPECT_EQ(Table().Count(), 2);
-  ASSERT_TRUE(doc_->Redo());
+  ASSERT_TRUE(CTarsaStandIn::Redo(*doc_));
   EXPECT_EQ(Object(door), nullptr);
   EXPECT_EQ(Table().Count(), 2);
 
@@ -134,10 +117,10 @@ TEST_F(EventWatcherTest, ACommandHandsADeletedObjectsRecordOnToWhatItAdds) {
 TEST_F(EventWatcherTest, UndoAndRedoTellTheHost) {
   Save(L"Front", {});
   Step([&] { access_.RenameStance(*doc_, Table().m_entries[0]->m_id, L"Back"); });
-  stance_changes_ = 0;
-  doc_->Undo();
-  doc_->Redo();
-  EXPECT_EQ(stance_changes_, 2);
+  TakeStanceChanges();
+  CTarsaStandIn::Undo(*doc_);
+  CTarsaStandIn::Redo(*doc_);
+  EXPECT_EQ(TakeStanceChanges(), 2);
   EXPECT_EQ(Table().m_entries[0]->m_name, L"Front");  // a table change has no redo
 }
 

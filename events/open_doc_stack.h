@@ -4,8 +4,8 @@
 // Reads nest, last in, first out.
 #pragma once
 
-#include "host/zk_array.h"
-#include "host/zk_uuid.h"
+#include "host/zefkit/zk_array.h"
+#include "host/zefkit/zk_uuid.h"
 
 class CKorvoOpenDocStackItem {
  public:

@@ -11,8 +11,8 @@
 #include <unistd.h>
 
 #include "events/event_watcher.h"
-#include "host/tarsa_app.h"
-#include "host/tarsa_model_file.h"
+#include "host/tarsa/standin/tarsa_model_file.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 #include "plugin/korvo_plugin.h"
 
 namespace {
@@ -22,35 +22,26 @@ const std::string& Path() {
   return path;
 }
 
-void LoadPlugIn() {
-  static bool loaded = false;
-  if (loaded) return;
-  loaded = true;
-  KorvoPlugIn().EventWatcher()->Register();
-  KorvoPlugIn().EventWatcher()->Enable(true);
-  TarsaApp().AddPlugIn(KorvoPlugIn());
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  LoadPlugIn();
+  CTarsaStandIn::LoadPlugIn(KorvoPlugIn());
   {
     std::ofstream file(Path(), std::ios::binary | std::ios::trunc);
     file.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
   }
   std::wstring error;
-  if (CTarsaDoc* opened = TarsaApp().OpenDocument(Path(), error)) {
-    TarsaApp().CloseDocument(opened->RuntimeSerialNumber());
+  if (CTarsaDoc* opened = CTarsaStandIn::OpenDocument(Path(), error)) {
+    CTarsaStandIn::CloseDocument(opened->RuntimeSerialNumber());
   }
-  CTarsaDoc* doc = TarsaApp().NewDocument();
+  CTarsaDoc* doc = CTarsaStandIn::NewDocument();
   const unsigned int step = doc->BeginUndoRecord(L"Import");
   TsReadModelFile(*doc, Path(), true, false, error);
   doc->EndUndoRecord(step);
-  doc->Undo();
-  TarsaApp().CloseDocument(doc->RuntimeSerialNumber());
-  TarsaApp().CommandLine().TakeOutput();
-  TarsaApp().TakeMessageBoxes();
+  CTarsaStandIn::Undo(*doc);
+  CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
+  CTarsaStandIn::CommandLine().TakeOutput();
+  CTarsaStandIn::TakeMessageBoxes();
   std::remove(Path().c_str());
   return 0;
 }

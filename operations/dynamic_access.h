@@ -3,7 +3,7 @@
 // scope, so that a change of the table is one undoable step. It keeps no state between calls.
 #pragma once
 
-#include "host/ts_stance_dynamic_access.h"
+#include "host/tarsa/tarsa_stance_dynamic_access.h"
 
 class CKorvoDynamicAccess : public ITsStanceDynamicAccess {
  public:

@@ -1,6 +1,6 @@
 #include "operations/dynamic_access.h"
 
-#include "host/zk_testing.h"
+#include "host/zefkit/standin/zk_testing.h"
 #include "testing/stance_document_test.h"
 
 namespace {
@@ -39,11 +39,11 @@ TEST_F(StanceCycleTest, RestoreBringsEveryKindOfObjectBackAfterSeveralMoves) {
   EXPECT_EQ(Object(scene[4])->ObjectState(), CTarsaObject::hidden_object);
   EXPECT_EQ(Object(scene[5])->ObjectState(), CTarsaObject::locked_object);
 
-  const int steps = doc_->UndoStepCount();
-  const int regens = doc_->RegenCount();
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
+  const int regens = CTarsaStandIn::RegenCount(*doc_);
   Step([&] { EXPECT_TRUE(access_.RestoreStance(*doc_, front)); });
-  EXPECT_EQ(doc_->UndoStepCount(), steps);
-  EXPECT_EQ(doc_->RegenCount(), regens + 1);
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
+  EXPECT_EQ(CTarsaStandIn::RegenCount(*doc_), regens + 1);
 }
 
 TEST_F(StanceCycleTest, AnObjectWithConstructionHistoryIsNeverMoved) {
@@ -130,26 +130,26 @@ TEST_F(StanceCycleTest, UndoPutsTheTableBackAfterSaveDeleteAndRename) {
   Step([&] { EXPECT_TRUE(access_.RenameStance(*doc_, top, L"Above")); });
   Step([&] { Save(L"front", {box}); });
   EXPECT_EQ(Table().Count(), 2);
-  ASSERT_TRUE(doc_->Undo());
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_EQ(Table().FindByName(L"Front")->m_id, front);
-  ASSERT_TRUE(doc_->Undo());
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_EQ(Table().FindById(top)->m_name, L"Top");
-  ASSERT_TRUE(doc_->Undo());
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_EQ(StanceIds(), before);
 }
 
 TEST_F(StanceCycleTest, RestoreAndUnchangedStepsAddNoUndoRecordOfThePlugIn) {
   const ZK_UUID box = AddBox();
   const ZK_UUID front = Save(L"Front", {box});
-  const int steps = doc_->UndoStepCount();
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
   Step([&] { EXPECT_FALSE(access_.RenameStance(*doc_, front, L"FRONT")); });  // its own name
-  EXPECT_EQ(doc_->UndoStepCount(), steps);
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
 
   Move(box, kShift);
   const auto moved = Placement(box);
   Step([&] { access_.RestoreStance(*doc_, front); });
-  ASSERT_EQ(doc_->UndoStepCount(), steps + 1);
-  ASSERT_TRUE(doc_->Undo());  // only the move back is undone
+  ASSERT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));  // only the move back is undone
   ExpectNear(Placement(box), moved);
   EXPECT_EQ(Table().FindById(front)->m_name, L"Front");
 }

@@ -3,7 +3,7 @@
 // active model, lights included, whether or not they are visible.
 #pragma once
 
-#include "host/tarsa_doc.h"
+#include "host/tarsa/tarsa_doc.h"
 
 class CKorvoEveryObjectIterator : public CTarsaObjectIterator {
  public:

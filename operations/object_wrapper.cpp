@@ -3,7 +3,7 @@
 #include <cmath>
 #include <memory>
 
-#include "host/tarsa_app.h"
+#include "host/tarsa/tarsa_app.h"
 #include "operations/watcher_pause.h"
 
 namespace {

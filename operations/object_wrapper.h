@@ -6,7 +6,7 @@
 #pragma once
 
 #include "data/placement_record.h"
-#include "host/tarsa_doc.h"
+#include "host/tarsa/tarsa_doc.h"
 
 class CKorvoObjectWrapper {
  public:

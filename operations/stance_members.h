@@ -3,8 +3,8 @@
 // members of a stance are the objects whose placement record has an entry for its id.
 #pragma once
 
-#include "host/tarsa_doc.h"
-#include "host/zk_array.h"
+#include "host/tarsa/tarsa_doc.h"
+#include "host/zefkit/zk_array.h"
 
 // Gives each listed object an entry for the stance at its present placement, unless it has one
 // already; null objects and objects that cannot take a record are skipped. Every listed object is

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "data/stance_table.h"
-#include "host/tarsa_undo.h"
+#include "host/tarsa/tarsa_undo.h"
 
 class CKorvoUndoEventHandler : public CTarsaUndoEventHandler {
  public:

@@ -3,8 +3,8 @@
 // its list through that pointer.
 #pragma once
 
-#include "host/tarsa_named_object_panel.h"
-#include "host/zk_uuid.h"
+#include "host/tarsa/tarsa_named_object_panel.h"
+#include "host/zefkit/zk_uuid.h"
 
 // {91799CF0-059A-46F8-854C-CC1C1419E29F}: the tab id under which the host knows the panel.
 extern const ZK_UUID g_stances_panel_tab_id;

@@ -2,10 +2,10 @@
 
 #include "command/stance_command.h"
 #include "events/event_watcher.h"
-#include "host/tarsa_doc.h"
-#include "host/tarsa_localize.h"
-#include "host/tarsa_message_box.h"
-#include "host/zk_archive.h"
+#include "host/tarsa/tarsa_doc.h"
+#include "host/tarsa/tarsa_localize.h"
+#include "host/tarsa/tarsa_message_box.h"
+#include "host/zefkit/zk_archive.h"
 
 namespace {
 
@@ -30,6 +30,18 @@ CKorvoPlugIn::~CKorvoPlugIn() {
 }
 
 ZK_UUID CKorvoPlugIn::PlugInID() const { return kPlugInId; }
+
+bool CKorvoPlugIn::OnLoadPlugIn() {
+  EventWatcher()->Register();
+  EventWatcher()->Enable(true);
+  return CTarsaPlugIn::OnLoadPlugIn();
+}
+
+void CKorvoPlugIn::OnUnloadPlugIn() {
+  EventWatcher()->Enable(false);
+  EventWatcher()->UnRegister();
+  CTarsaPlugIn::OnUnloadPlugIn();
+}
 
 bool CKorvoPlugIn::ShouldWriteDocument(const CTarsaFileWriteOptions& options) {
   if (CTarsaDoc::FromRuntimeSerialNumber(options.DocumentSerialNumber()) == nullptr) return false;

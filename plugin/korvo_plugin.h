@@ -5,7 +5,7 @@
 #pragma once
 
 #include "data/document_registry.h"
-#include "host/tarsa_plugin.h"
+#include "host/tarsa/tarsa_plugin.h"
 
 class CKorvoEventWatcher;
 
@@ -16,6 +16,11 @@ class CKorvoPlugIn : public CTarsaPlugIn {
 
   // FCEA57AE-7C24-4BC5-A067-1DFFA6139859
   ZK_UUID PlugInID() const override;
+
+  // Registers and enables the event watcher: true.
+  bool OnLoadPlugIn() override;
+  // Disables and unregisters the event watcher; it stays until the plug-in object goes.
+  void OnUnloadPlugIn() override;
 
   // The stance table in model files. A document without stances writes no block.
   bool ShouldWriteDocument(const CTarsaFileWriteOptions& options) override;

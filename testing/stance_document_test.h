@@ -5,34 +5,42 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "data/placement_record.h"
 #include "data/stance_table.h"
-#include "host/tarsa_app.h"
-#include "host/tarsa_get.h"
-#include "host/zk_point_geometry.h"
+#include "host/tarsa/tarsa_get.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
 #include "operations/dynamic_access.h"
 #include "plugin/korvo_plugin.h"
+#include "testing/host_session_test.h"
 
-class StanceDocumentTest : public ::testing::Test {
+class StanceDocumentTest : public HostSessionTest {
  protected:
   void SetUp() override {
-    doc_ = TarsaApp().NewDocument();
+    ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
+    doc_ = CTarsaStandIn::NewDocument();
     serial_ = doc_->RuntimeSerialNumber();
-    TarsaApp().SetStanceChangedHandler([this](CTarsaDoc& doc) {
-      if (doc.RuntimeSerialNumber() == serial_) ++stance_changes_;
-    });
   }
-  void TearDown() override {
-    TarsaApp().SetStanceChangedHandler(nullptr);
-    TarsaApp().CloseDocument(serial_);
+
+  // How often StanceChanged was called for this test's document since the last call.
+  int TakeStanceChanges() {
+    const std::vector<unsigned int> changes = CTarsaStandIn::TakeStanceChanges();
+    return static_cast<int>(std::count(changes.begin(), changes.end(), serial_));
   }
 
   ZK_UUID Add(ZK_Geometry* geometry, TarsaObjectMode mode = TarsaObjectMode::normal) {
+    return AddNamed(L"", geometry, mode);
+  }
+  // Adds an object with a name; a unit box when no geometry is given.
+  ZK_UUID AddNamed(const wchar_t* name, ZK_Geometry* geometry = nullptr,
+                   TarsaObjectMode mode = TarsaObjectMode::normal) {
     CTarsaObjectAttributes attributes;
+    attributes.m_name = name;
     attributes.m_mode = mode;
-    auto* object = new CTarsaObject(geometry, attributes);
+    auto* object =
+        new CTarsaObject(geometry ? geometry : new ZK_Box({0, 0, 0}, {1, 1, 1}), attributes);
     EXPECT_TRUE(doc_->AddObject(object));
     return object->ModelObjectId();
   }
@@ -94,6 +102,5 @@ class StanceDocumentTest : public ::testing::Test {
 
   CTarsaDoc* doc_ = nullptr;
   unsigned int serial_ = 0;
-  int stance_changes_ = 0;
   CKorvoDynamicAccess access_;
 };

@@ -1,0 +1,183 @@
+#include "host/tarsa/standin/tarsa_command_line.h"
+
+#include <cwctype>
+
+#include "host/tarsa/tarsa_app.h"
+
+namespace {
+
+CTarsaToken::Kind KindOf(const std::wstring& word) {
+  const ZK_wString w(word);
+  if (w.CompareNoCase(L"_Enter") == 0) return CTarsaToken::enter;
+  if (w.CompareNoCase(L"_Escape") == 0) return CTarsaToken::escape;
+  if (w.CompareNoCase(L"_Pause") == 0) return CTarsaToken::pause;
+  return CTarsaToken::text;
+}
+
+CTarsaToken Special(CTarsaToken::Kind kind) {
+  CTarsaToken token;
+  token.kind = kind;
+  return token;
+}
+
+}  // namespace
+
+std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo) {
+  std::vector<CTarsaToken> tokens;
+  size_t i = 0;
+  while (i < text.size()) {
+    if (std::iswspace(static_cast<wint_t>(text[i]))) {
+      ++i;
+      continue;
+    }
+    CTarsaToken token;
+    token.echo = echo;
+    if (text[i] == L'"') {
+      const size_t close = text.find(L'"', i + 1);
+      const size_t end = close == std::wstring::npos ? text.size() : close;
+      token.word = text.substr(i + 1, end - i - 1);
+      token.quoted = true;
+      token.typed = L"\"" + token.word + L"\"";
+      i = close == std::wstring::npos ? end : end + 1;
+      tokens.push_back(token);
+      continue;
+    }
+    size_t end = i;
+    while (end < text.size() && !std::iswspace(static_cast<wint_t>(text[end]))) ++end;
+    std::wstring word = text.substr(i, end - i);
+    i = end;
+    if (word[0] == L'!') {
+      CTarsaToken abort = Special(CTarsaToken::abort);
+      abort.echo = echo;
+      abort.typed = L"!";
+      tokens.push_back(abort);
+      word.erase(0, 1);
+      if (word.empty()) continue;
+    }
+    token.kind = KindOf(word);
+    token.word = word;
+    token.typed = word;
+    tokens.push_back(token);
+  }
+  return tokens;
+}
+
+void CTarsaCommandLine::Print(const std::wstring& text) {
+  m_output += text;
+  if (m_writer) m_writer(text);
+}
+
+std::wstring CTarsaCommandLine::TakeOutput() {
+  std::wstring output;
+  output.swap(m_output);
+  return output;
+}
+
+CTarsaToken CTarsaCommandLine::Ask(const std::wstring& prompt) {
+  if (m_abort) return Special(CTarsaToken::escape);
+  CTarsaToken token;
+  // A macro that arrives while the user is being asked (a panel clicked meanwhile) answers in
+  // the user's place.
+  const bool have = TakeMacroToken(token) || NextUserToken(prompt, token) || TakeMacroToken(token);
+  if (!have) token = Special(CTarsaToken::escape);
+  if (token.echo) Print(prompt + (token.typed.empty() ? L"" : L" " + token.typed) + L"\n");
+  if (token.kind == CTarsaToken::abort) {
+    m_abort = true;
+    token.kind = CTarsaToken::escape;
+  }
+  return token;
+}
+
+CTarsaCommand::result CTarsaCommandLine::RunCommand(const std::wstring& typed) {
+  std::wstring name = typed;
+  const bool interactive = name.empty() || name[0] != L'-';
+  if (!interactive) name.erase(0, 1);
+  const bool english = !name.empty() && name[0] == L'_';
+  if (english) name.erase(0, 1);
+  CTarsaCommand* command = CTarsaCommand::Find(name.c_str(), english);
+  if (command == nullptr) {
+    Print(L"Unknown command: " + typed + L"\n");
+    return CTarsaCommand::failure;
+  }
+  CTarsaApp& app = TarsaApp();
+  CTarsaDoc* doc = app.ObsoleteActiveDoc();
+  const unsigned int doc_serial_number = doc ? doc->RuntimeSerialNumber() : 0;
+  const unsigned int undo = doc ? doc->BeginUndoRecord(command->EnglishCommandName()) : 0;
+  CTarsaCommand* outer = m_running;
+  CTarsaDoc* outer_doc = m_running_doc;
+  m_running = command;
+  m_running_doc = doc;
+  const CTarsaCommandContext context(doc, interactive);
+  app.NotifyEventWatchers([&](CTarsaEventWatcher& w) { w.OnBeginCommand(*command, context); });
+  const CTarsaCommand::result result = command->Execute(context);
+  app.NotifyEventWatchers(
+      [&](CTarsaEventWatcher& w) { w.OnEndCommand(*command, context, result); });
+  m_running = outer;
+  m_running_doc = outer_doc;
+  if (m_running == nullptr) m_abort = false;
+  // The command may have closed its document.
+  if (CTarsaDoc* still_open = CTarsaDoc::FromRuntimeSerialNumber(doc_serial_number)) {
+    if (undo != 0) still_open->EndUndoRecord(undo);
+  }
+  return result;
+}
+
+void CTarsaCommandLine::Reset() {
+  m_reader = nullptr;
+  m_writer = nullptr;
+  m_output.clear();
+  m_macro.clear();
+  m_user.clear();
+  m_abort = false;
+}
+
+void CTarsaCommandLine::RunScript(const wchar_t* macro, int echo) {
+  const std::vector<CTarsaToken> tokens = TsTokenize(macro ? macro : L"", echo != 0);
+  m_macro.insert(m_macro.begin(), tokens.begin(), tokens.end());
+  if (m_running != nullptr) return;
+  const size_t rest = m_macro.size() - tokens.size();
+  while (m_macro.size() > rest) {
+    const CTarsaToken token = m_macro.front();
+    m_macro.pop_front();
+    RunTopLevel(token);
+  }
+}
+
+void CTarsaCommandLine::ProcessInput() {
+  // Words a macro left behind (after a "!" that cancelled the command it was given to) run
+  // before anything more is read from the user.
+  CTarsaToken token;
+  while (TakeMacroToken(token) || NextUserToken(L"Command:", token) || TakeMacroToken(token)) {
+    RunTopLevel(token);
+  }
+}
+
+CTarsaDoc* CTarsaCommandLine::Document() const {
+  return m_running ? m_running_doc : TarsaApp().ObsoleteActiveDoc();
+}
+
+bool CTarsaCommandLine::TakeMacroToken(CTarsaToken& token) {
+  if (m_macro.empty()) return false;
+  token = m_macro.front();
+  m_macro.pop_front();
+  return token.kind != CTarsaToken::pause;
+}
+
+bool CTarsaCommandLine::NextUserToken(const std::wstring& prompt, CTarsaToken& token) {
+  if (m_user.empty()) {
+    std::wstring line;
+    if (!m_reader || !m_reader(prompt, line)) return false;
+    const std::vector<CTarsaToken> tokens = TsTokenize(line, true);
+    if (tokens.empty()) m_user.push_back(Special(CTarsaToken::enter));
+    m_user.insert(m_user.end(), tokens.begin(), tokens.end());
+  }
+  token = m_user.front();
+  m_user.pop_front();
+  return true;
+}
+
+void CTarsaCommandLine::RunTopLevel(const CTarsaToken& token) {
+  if (token.kind != CTarsaToken::text) return;
+  if (token.echo) Print(L"Command: " + token.typed + L"\n");
+  RunCommand(token.word);
+}

@@ -1,0 +1,84 @@
+// CTarsaCommandLine: the host's command line. It reads what the user types (through a reader the
+// host program or a test provides) and the words of macros, runs the commands they name, answers
+// the prompts of running commands, and collects everything shown on the command line: prompts
+// with their answers, and what commands print. One instance, owned by the application.
+//
+// Input is a stream of words and quoted texts ("two words" is one answer). "_Enter" or an empty
+// line is Enter, "_Escape" or the end of input is cancel. In macros, "!" cancels the running
+// command, "-" before a command name starts it non-interactively, "_" marks an English name, and
+// "_Pause" hands the prompt then shown to the user.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/tarsa/tarsa_command.h"
+
+// One answer of command-line input.
+struct CTarsaToken {
+  enum Kind { text, enter, escape, pause, abort };
+  Kind kind = text;
+  std::wstring word;    // the text, without quotes
+  bool quoted = false;  // a quoted text: always a string, never an option or command name
+  bool echo = true;     // shown on the command line when used
+  std::wstring typed;   // as it was typed, for the echo
+};
+
+// Splits input into answers. A word that starts with "!" gives an abort, then the rest.
+std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo);
+
+class CTarsaCommandLine {
+ public:
+  // Gives the next line the user types, having shown `prompt`; false at the end of input, or when
+  // a macro was run instead (CTarsaCommandLine::RunScript) while the user was being asked.
+  using Reader = std::function<bool(const std::wstring& prompt, std::wstring& line)>;
+  // Shows text as it is printed.
+  using Writer = std::function<void(const std::wstring& text)>;
+
+  void SetReader(Reader reader) { m_reader = std::move(reader); }
+  void SetWriter(Writer writer) { m_writer = std::move(writer); }
+
+  // Drops the reader, the writer, pending input and output: the command line as it started.
+  void Reset();
+
+  // Shows text on the command line.
+  void Print(const std::wstring& text);
+  // Everything shown since the last call, and forgets it.
+  std::wstring TakeOutput();
+
+  // The answer to a prompt. `prompt` is shown with the answer when the answer is echoed.
+  CTarsaToken Ask(const std::wstring& prompt);
+
+  // Runs the command `typed` names ("-" before the name: non-interactively; "_": an English
+  // name) on the active document, as one undo step. Failure for an unknown command.
+  CTarsaCommand::result RunCommand(const std::wstring& typed);
+  // Runs a macro as if typed. While a command runs, its words answer that command's prompts;
+  // otherwise the commands it names run now. Echo 1 shows the macro's words, 0 does not.
+  void RunScript(const wchar_t* macro, int echo);
+  // Reads the user's input and runs the commands it names, until the input ends.
+  void ProcessInput();
+
+  // The command that is running, or null.
+  const CTarsaCommand* RunningCommand() const { return m_running; }
+  // The document of the running command, else the active document; may be null.
+  CTarsaDoc* Document() const;
+
+ private:
+  // The macro's next word; false when there is none, or when it is "_Pause" (taken), which hands
+  // the prompt to the user.
+  bool TakeMacroToken(CTarsaToken& token);
+  // The user's next word, reading a line when none is left; false when the reader has none.
+  bool NextUserToken(const std::wstring& prompt, CTarsaToken& token);
+  void RunTopLevel(const CTarsaToken& token);
+
+  Reader m_reader;
+  Writer m_writer;
+  std::wstring m_output;
+  std::deque<CTarsaToken> m_macro;
+  std::deque<CTarsaToken> m_user;
+  CTarsaCommand* m_running = nullptr;
+  CTarsaDoc* m_running_doc = nullptr;
+  bool m_abort = false;
+};

@@ -1,0 +1,143 @@
+#include "host/tarsa/standin/tarsa_command_line.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <deque>
+#include <fstream>
+
+#include "host/tarsa/standin/tarsa_standin.h"
+#include "host/tarsa/tarsa_get.h"
+#include "host/tarsa/tarsa_localize.h"
+
+namespace {
+
+// A command that asks for two texts and an option, and prints what it got.
+class AskCommand : public CTarsaCommand {
+ public:
+  ZK_UUID CommandId() const override {
+    return ZK_UuidFromString("1D2E3F40-5162-4738-9A4B-5C6D7E8F9012");
+  }
+  const wchar_t* EnglishCommandName() override { return L"Ask"; }
+  const wchar_t* LocalCommandName() const override { return L"Frage"; }
+  result Execute(const CTarsaCommandContext& context) override {
+    interactive = context.IsInteractive();
+    for (const wchar_t* prompt : {L"First", L"Second"}) {
+      CTarsaGetString get;
+      get.SetCommandPrompt(prompt);
+      if (get.GetString() == CTarsaGet::cancel) return cancel;
+      TarsaApp().Print(L"[%s]\n", get.String());
+    }
+    CTarsaGetOption get;
+    get.AcceptNothing(true);
+    get.SetCommandPrompt(L"Pick");
+    get.AddCommandOption(TsLocalizeCommandOptionName(L"Left", 901));
+    get.AddCommandOption(TsLocalizeCommandOptionName(L"Length", 902));
+    get.AddCommandOptionList(TsLocalizeCommandOptionName(L"Mode", 903), 0,
+                             CTarsaCommandOptionValue(L"Fast", nullptr),
+                             CTarsaCommandOptionValue(L"Slow", nullptr));
+    if (get.GetOption() == CTarsaGet::option) {
+      TarsaApp().Print(L"option %d value %d\n", get.Option()->m_option_index,
+                       get.Option()->m_list_option_current);
+    }
+    return success;
+  }
+  bool interactive = true;
+};
+
+class CommandLineTest : public ::testing::Test {
+ protected:
+  void SetUp() override { doc_ = CTarsaStandIn::NewDocument(); }
+  void TearDown() override {
+    CommandLine().SetReader(nullptr);
+    CommandLine().TakeOutput();
+    CTarsaStandIn::ClearTranslations();
+    CTarsaStandIn::CloseDocument(doc_->RuntimeSerialNumber());
+  }
+  static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
+  void Type(std::deque<std::wstring> lines) {
+    typed_ = std::move(lines);
+    CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
+      if (typed_.empty()) return false;
+      line = typed_.front();
+      typed_.pop_front();
+      return true;
+    });
+  }
+
+  AskCommand ask_;
+  CTarsaDoc* doc_ = nullptr;
+  std::deque<std::wstring> typed_;
+};
+
+TEST_F(CommandLineTest, TypedWordsAndQuotedTextsAnswerOnePromptEach) {
+  Type({L"-_Ask \"two words\" one", L"Le", L"len m=slow"});
+  CommandLine().ProcessInput();
+  EXPECT_FALSE(ask_.interactive);
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: -_Ask\nFirst: \"two words\"\n[two words]\nSecond: one\n[one]\n"
+            L"Pick ( Left Length Mode=Fast ): Le\nUnknown option: Le\n"
+            L"Pick ( Left Length Mode=Fast ): len\noption 2 value 0\n"
+            L"Command: m=slow\nUnknown command: m=slow\n");
+}
+
+TEST_F(CommandLineTest, AMacroPausesForTheUserAndCancelsWithBang) {
+  Type({L"from"});
+  CommandLine().RunScript(L"frage _Pause later _Mode _Slow", 0);
+  EXPECT_TRUE(ask_.interactive);
+  // Only the paused prompt, answered by the user, is shown.
+  EXPECT_EQ(CommandLine().TakeOutput(), L"First: from\n[from]\n[later]\noption 3 value 1\n");
+
+  CommandLine().RunScript(L"-_Ask one !", 1);
+  EXPECT_EQ(CommandLine().TakeOutput(), L"Command: -_Ask\nFirst: one\n[one]\nSecond: !\n");
+
+  // A macro given to a waiting command cancels it and runs its own command next.
+  int calls = 0;
+  CommandLine().SetReader([&calls](const std::wstring&, std::wstring& line) {
+    if (++calls == 1) line = L"_Ask";
+    if (calls == 2) TarsaApp().RunScript(L"!-_Ask \"from the macro\" second", 0);
+    return calls == 1;
+  });
+  CommandLine().ProcessInput();
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: _Ask\n[from the macro]\n[second]\n"
+            L"Pick ( Left Length Mode=Fast ):\n");
+}
+
+TEST_F(CommandLineTest, EnterAndTheEndOfInputAreAnswersToo) {
+  Type({L"_ask", L"", L"_Enter"});
+  CommandLine().ProcessInput();
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: _ask\nFirst:\n[]\nSecond: _Enter\n[]\nPick ( Left Length Mode=Fast ):\n");
+}
+
+TEST_F(CommandLineTest, TranslationFilesReplaceTextsByIdAndRejectMalformedLines) {
+  const std::string path = testing::TempDir() + "translations.txt";
+  {
+    std::ofstream file(path);
+    file << "# Stance\n\n901=Links\n903=Modus\\n\\\\\n19713=Der Name <%s> existiert bereits.\\n\n";
+  }
+  ASSERT_TRUE(CTarsaStandIn::LoadTranslations(path));
+  EXPECT_STREQ(TsLocalizeString(L"Left", 901), L"Links");
+  EXPECT_STREQ(TsLocalizeString(L"Mode", 903), L"Modus\n\\");
+  EXPECT_STREQ(TsLocalizeString(L"The name <%s> already exists.\n", 19713),
+               L"Der Name <%s> existiert bereits.\n");
+  EXPECT_STREQ(TsLocalizeString(L"The name <%d> already exists.\n", 19713),
+               L"The name <%d> already exists.\n");
+  CTarsaStandIn::SetTranslation(19714, L"Noch <%*s>?");
+  EXPECT_STREQ(TsLocalizeString(L"Still <%s>?", 19714), L"Still <%s>?");
+  EXPECT_STREQ(TsLocalizeCommandOptionName(L"Left", 901).EnglishName(), L"Left");
+
+  {
+    std::ofstream file(path);
+    file << "901=Gauche\nnot a translation\n";
+  }
+  std::string error;
+  EXPECT_FALSE(CTarsaStandIn::LoadTranslations(path, &error));
+  EXPECT_NE(error.find(":2:"), std::string::npos);
+  EXPECT_STREQ(TsLocalizeString(L"Left", 901), L"Links");
+  EXPECT_FALSE(CTarsaStandIn::LoadTranslations(path + ".missing"));
+  std::remove(path.c_str());
+}
+
+}  // namespace

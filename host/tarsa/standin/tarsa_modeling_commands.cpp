@@ -1,0 +1,174 @@
+#include "host/tarsa/standin/tarsa_modeling_commands.h"
+
+#include <cmath>
+#include <cwchar>
+#include <vector>
+
+#include "host/tarsa/tarsa_app.h"
+#include "host/tarsa/tarsa_get.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
+
+namespace {
+
+std::vector<const CTarsaObject*> AskForObjects(const wchar_t* prompt) {
+  CTarsaGetObject get;
+  get.SetCommandPrompt(prompt);
+  get.EnablePreSelect(true);
+  std::vector<const CTarsaObject*> objects;
+  if (get.GetObjects(1, 0) != CTarsaGet::object) return objects;
+  for (int i = 0; i < get.ObjectCount(); ++i) objects.push_back(get.Object(i).Object());
+  return objects;
+}
+
+bool AskForOffset(ZK_3dVector& offset) {
+  for (;;) {
+    CTarsaGetString get;
+    get.SetCommandPrompt(L"Offset x,y,z");
+    if (get.GetString() != CTarsaGet::string) return false;
+    if (TsParseOffset(get.String(), offset)) return true;
+    TarsaApp().Print(L"Type the offset as three numbers: x,y,z.\n");
+  }
+}
+
+// The pieces an object explodes into, or none.
+std::vector<ZK_Geometry*> Pieces(const CTarsaObject& object) {
+  const ZK_PointGeometry* shape = ZK_PointGeometry::Cast(object.Geometry());
+  std::vector<ZK_Geometry*> pieces;
+  if (shape == nullptr) return pieces;
+  const std::vector<ZK_3dPoint>& p = shape->Points();
+  if (ZK_Box::kObjectType == object.ObjectType()) {
+    static const int kEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
+                                      {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
+    for (const auto& edge : kEdges) pieces.push_back(new ZK_Polyline({p[edge[0]], p[edge[1]]}));
+  } else if (ZK_Polyline::kObjectType == object.ObjectType() && p.size() > 2) {
+    for (size_t i = 0; i + 1 < p.size(); ++i) pieces.push_back(new ZK_Polyline({p[i], p[i + 1]}));
+  }
+  return pieces;
+}
+
+// The same shape made anew, without user data; null for what cannot be rebuilt.
+ZK_Geometry* Rebuilt(const CTarsaObject& object) {
+  const ZK_PointGeometry* shape = ZK_PointGeometry::Cast(object.Geometry());
+  if (shape == nullptr) return nullptr;
+  auto* copy = ZK_Geometry::Cast(shape->__DeepCopy());
+  if (copy) copy->PurgeUserData();
+  return copy;
+}
+
+CTarsaObjectAttributes NewAttributes(const CTarsaObject& original) {
+  CTarsaObjectAttributes attributes = original.Attributes();
+  attributes.m_uuid = ZK_nil_uuid;
+  return attributes;
+}
+
+class ModelingCommand : public CTarsaCommand {
+ public:
+  ModelingCommand(const wchar_t* name, const char* id)
+      : m_name(name), m_id(ZK_UuidFromString(id)) {}
+  ZK_UUID CommandId() const override { return m_id; }
+  const wchar_t* EnglishCommandName() override { return m_name; }
+  result Execute(const CTarsaCommandContext& context) override {
+    CTarsaDoc* doc = context.Document();
+    if (doc == nullptr) return failure;
+    const std::vector<const CTarsaObject*> objects = AskForObjects(L"Select objects");
+    if (objects.empty()) return cancel;
+    return Run(*doc, objects);
+  }
+
+ protected:
+  virtual result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) = 0;
+
+ private:
+  const wchar_t* m_name;
+  ZK_UUID m_id;
+};
+
+class MoveCommand : public ModelingCommand {
+ public:
+  MoveCommand(const wchar_t* name, const char* id, bool keep_original)
+      : ModelingCommand(name, id), m_keep_original(keep_original) {}
+
+ protected:
+  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
+    ZK_3dVector offset;
+    if (!AskForOffset(offset)) return cancel;
+    const ZK_Xform move = ZK_Xform::Translation(offset.x, offset.y, offset.z);
+    for (const CTarsaObject* object : objects) {
+      doc.TransformObject(CTarsaObjRef(object), move, !m_keep_original, false, false);
+    }
+    return success;
+  }
+
+ private:
+  bool m_keep_original;
+};
+
+class DeleteCommand : public ModelingCommand {
+ public:
+  using ModelingCommand::ModelingCommand;
+
+ protected:
+  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
+    for (const CTarsaObject* object : objects) doc.DeleteObject(CTarsaObjRef(object));
+    return success;
+  }
+};
+
+class ExplodeCommand : public ModelingCommand {
+ public:
+  using ModelingCommand::ModelingCommand;
+
+ protected:
+  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
+    for (const CTarsaObject* object : objects) {
+      const std::vector<ZK_Geometry*> pieces = Pieces(*object);
+      if (pieces.empty()) continue;
+      for (ZK_Geometry* piece : pieces) {
+        auto* added = new CTarsaObject(piece, NewAttributes(*object));
+        if (!doc.AddObject(added)) delete added;
+      }
+      doc.DeleteObject(CTarsaObjRef(object));
+    }
+    return success;
+  }
+};
+
+class RebuildCommand : public ModelingCommand {
+ public:
+  using ModelingCommand::ModelingCommand;
+
+ protected:
+  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
+    for (const CTarsaObject* object : objects) {
+      ZK_Geometry* rebuilt = Rebuilt(*object);
+      if (rebuilt == nullptr) continue;
+      const CTarsaObjectAttributes attributes = NewAttributes(*object);
+      doc.DeleteObject(CTarsaObjRef(object));
+      auto* added = new CTarsaObject(rebuilt, attributes);
+      if (!doc.AddObject(added)) delete added;
+    }
+    return success;
+  }
+};
+
+MoveCommand theMoveCommand(L"Move", "2B7C9E10-3D4F-4A5B-8C6D-7E8F9A0B1C2D", false);
+MoveCommand theCopyCommand(L"Copy", "3C8D0F21-4E5A-4B6C-9D7E-8F9A0B1C2D3E", true);
+DeleteCommand theDeleteCommand(L"Delete", "4D9E1A32-5F6B-4C7D-8E8F-9A0B1C2D3E4F");
+ExplodeCommand theExplodeCommand(L"Explode", "5EAF2B43-6A7C-4D8E-9F9A-0B1C2D3E4F50");
+RebuildCommand theRebuildCommand(L"Rebuild", "6FB03C54-7B8D-4E9F-8A0B-1C2D3E4F5061");
+
+}  // namespace
+
+bool TsParseOffset(const std::wstring& text, ZK_3dVector& offset) {
+  double xyz[3];
+  int consumed = 0;
+  if (std::swscanf(text.c_str(), L"%lf,%lf,%lf%n", &xyz[0], &xyz[1], &xyz[2], &consumed) != 3 ||
+      consumed != static_cast<int>(text.size())) {
+    return false;
+  }
+  for (double value : xyz) {
+    if (!std::isfinite(value)) return false;
+  }
+  offset = {xyz[0], xyz[1], xyz[2]};
+  return true;
+}

@@ -1,0 +1,18 @@
+// The host's own modelling commands, as a user runs them, each one undo step with the
+// notifications of a real command:
+//   Move    objects, offset "x,y,z": each object replaced by a moved copy.
+//   Copy    objects, offset "x,y,z": a moved copy of each object added; the originals stay.
+//   Delete  objects: each deleted.
+//   Explode objects: the pieces of each (a polyline's segments, a box's twelve edges) added,
+//           then the object deleted.
+//   Rebuild objects: each deleted, then made again as a new object from its points.
+// Pieces and rebuilt objects are new geometry: they carry no user data of the original.
+// The command objects are made when the host library loads.
+#pragma once
+
+#include <string>
+
+#include "host/zefkit/zk_xform.h"
+
+// Parses an offset typed as "x,y,z": false for anything else.
+bool TsParseOffset(const std::wstring& text, ZK_3dVector& offset);

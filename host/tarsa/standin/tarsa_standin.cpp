@@ -1,0 +1,147 @@
+#include "host/tarsa/standin/tarsa_standin.h"
+
+#include <algorithm>
+
+#include "host/tarsa/tarsa_named_object_panel.h"
+
+CTarsaDoc* CTarsaStandIn::NewDocument() {
+  CTarsaApp& app = TarsaApp();
+  const unsigned int serial_number = app.m_next_serial_number++;
+  auto& slot = app.m_documents[serial_number];
+  slot.reset(new CTarsaDoc(app, serial_number));
+  CTarsaDoc* doc = slot.get();
+  NotifyEventWatchers([doc](CTarsaEventWatcher& w) { w.OnNewDocument(*doc); });
+  SetActiveDocument(serial_number);
+  return doc;
+}
+
+bool CTarsaStandIn::CloseDocument(unsigned int serial_number) {
+  CTarsaApp& app = TarsaApp();
+  CTarsaDoc* doc = app.Document(serial_number);
+  if (doc == nullptr) return false;
+  NotifyEventWatchers([doc](CTarsaEventWatcher& w) { w.OnCloseDocument(*doc); });
+  app.m_documents.erase(serial_number);
+  if (app.m_active_serial_number == serial_number) {
+    app.m_active_serial_number = 0;
+    CTarsaDoc* newest = app.m_documents.empty() ? nullptr : app.m_documents.rbegin()->second.get();
+    if (newest) app.m_active_serial_number = newest->RuntimeSerialNumber();
+    NotifyEventWatchers([newest](CTarsaEventWatcher& w) { w.OnActiveDocumentChanged(newest); });
+  }
+  return true;
+}
+
+bool CTarsaStandIn::SetActiveDocument(unsigned int serial_number) {
+  CTarsaApp& app = TarsaApp();
+  CTarsaDoc* doc = app.Document(serial_number);
+  if (doc == nullptr) return false;
+  if (app.m_active_serial_number != serial_number) {
+    app.m_active_serial_number = serial_number;
+    NotifyEventWatchers([doc](CTarsaEventWatcher& w) { w.OnActiveDocumentChanged(doc); });
+  }
+  return true;
+}
+
+std::vector<CTarsaDoc*> CTarsaStandIn::Documents() {
+  std::vector<CTarsaDoc*> documents;
+  for (const auto& entry : TarsaApp().m_documents) documents.push_back(entry.second.get());
+  return documents;
+}
+
+bool CTarsaStandIn::Undo(CTarsaDoc& doc) { return doc.Undo(); }
+
+bool CTarsaStandIn::Redo(CTarsaDoc& doc) { return doc.Redo(); }
+
+int CTarsaStandIn::UndoStepCount(const CTarsaDoc& doc) {
+  return static_cast<int>(doc.m_undo_steps.size());
+}
+
+int CTarsaStandIn::RedoStepCount(const CTarsaDoc& doc) {
+  return static_cast<int>(doc.m_redo_steps.size());
+}
+
+bool CTarsaStandIn::LoadPlugIn(CTarsaPlugIn& plug_in) {
+  std::vector<CTarsaPlugIn*>& plug_ins = TarsaApp().m_plug_ins;
+  if (std::find(plug_ins.begin(), plug_ins.end(), &plug_in) != plug_ins.end()) return true;
+  if (!plug_in.OnLoadPlugIn()) return false;
+  plug_ins.push_back(&plug_in);
+  return true;
+}
+
+bool CTarsaStandIn::UnloadPlugIn(CTarsaPlugIn& plug_in) {
+  std::vector<CTarsaPlugIn*>& plug_ins = TarsaApp().m_plug_ins;
+  const auto found = std::find(plug_ins.begin(), plug_ins.end(), &plug_in);
+  if (found == plug_ins.end()) return false;
+  plug_ins.erase(found);
+  plug_in.OnUnloadPlugIn();
+  return true;
+}
+
+const std::vector<CTarsaPlugIn*>& CTarsaStandIn::PlugIns() { return TarsaApp().m_plug_ins; }
+
+ITsStanceDynamicAccess* CTarsaStandIn::StanceDynamicAccess() {
+  return TarsaApp().m_stance_dynamic_access;
+}
+
+CTarsaCommandLine& CTarsaStandIn::CommandLine() { return *TarsaApp().m_command_line; }
+
+std::vector<CTarsaStandIn::ShownMessageBox> CTarsaStandIn::TakeMessageBoxes() {
+  std::vector<ShownMessageBox> shown;
+  shown.swap(TarsaApp().m_message_boxes);
+  return shown;
+}
+
+std::vector<unsigned int> CTarsaStandIn::TakeStanceChanges() {
+  std::vector<unsigned int> changes;
+  changes.swap(TarsaApp().m_stance_changes);
+  return changes;
+}
+
+void CTarsaStandIn::SetStanceChangedHandler(std::function<void(CTarsaDoc&)> handler) {
+  TarsaApp().m_stance_changed_handler = std::move(handler);
+}
+
+int CTarsaStandIn::RegenCount(const CTarsaDoc& doc) { return doc.m_regen_count; }
+
+int CTarsaStandIn::RedrawCount(const CTarsaDoc& doc) { return doc.m_redraw_count; }
+
+void CTarsaStandIn::CreateWindowHandle(CTsNamedDocObjectManagerDlg& panel) {
+  panel.CreateWindowHandle();
+}
+
+void CTarsaStandIn::DestroyWindowHandle(CTsNamedDocObjectManagerDlg& panel) {
+  panel.DestroyWindowHandle();
+}
+
+bool CTarsaStandIn::RebuildPending(const CTsNamedDocObjectManagerDlg& panel) {
+  return panel.m_rebuild_pending;
+}
+
+unsigned int CTarsaStandIn::RebuildDelay(const CTsNamedDocObjectManagerDlg& panel) {
+  return panel.m_rebuild_delay;
+}
+
+int CTarsaStandIn::RebuildRequestCount(const CTsNamedDocObjectManagerDlg& panel) {
+  return panel.m_rebuild_requests;
+}
+
+void CTarsaStandIn::KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
+                                   std::vector<unsigned char> bytes) {
+  doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes)});
+}
+
+const std::vector<CTarsaDoc::PlugInData>& CTarsaStandIn::KeptPlugInData(const CTarsaDoc& doc) {
+  return doc.m_kept_plug_in_data;
+}
+
+void CTarsaStandIn::Reset() {
+  CTarsaApp& app = TarsaApp();
+  while (!app.m_plug_ins.empty()) UnloadPlugIn(*app.m_plug_ins.back());
+  while (!app.m_documents.empty()) CloseDocument(app.m_documents.begin()->first);
+  app.m_command_line->Reset();
+  app.m_open_tabs.clear();
+  app.m_message_boxes.clear();
+  app.m_stance_changes.clear();
+  app.m_stance_changed_handler = nullptr;
+  ClearTranslations();
+  SetLocalizationObserver(nullptr);
+}

@@ -1,0 +1,106 @@
+// CTarsaStandIn: the controls of the host stand-in that only the host program and tests use. A
+// real host does these things through its own user interface; the plug-in never calls them.
+// Through them one makes and closes documents, loads plug-ins, feeds input to the command line
+// and takes its output, and reads what the host showed: message boxes, the documents whose
+// stances changed, how often views were regenerated and panels asked for a rebuild.
+//
+// Everything here acts on the one application, TarsaApp(). Reset() puts the host back as it
+// started, except that runtime serial numbers are never given twice.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/tarsa/standin/tarsa_command_line.h"
+#include "host/tarsa/tarsa_app.h"
+
+class CTsNamedDocObjectManagerDlg;
+class ITsStanceDynamicAccess;
+
+class CTarsaStandIn {
+ public:
+  // Documents. NewDocument makes an empty document, owned by the application, and makes it the
+  // active one. CloseDocument is false when no open document has that serial number; the newest
+  // remaining document becomes the active one.
+  static CTarsaDoc* NewDocument();
+  static bool CloseDocument(unsigned int serial_number);
+  // False when there is no open document with that serial number.
+  static bool SetActiveDocument(unsigned int serial_number);
+  // Opens a model file as a new document and makes it the active one: null, with a message in
+  // `error` and nothing changed, when the file cannot be used.
+  static CTarsaDoc* OpenDocument(const std::string& path, std::wstring& error);
+  // The open documents, oldest first.
+  static std::vector<CTarsaDoc*> Documents();
+
+  // The host's Undo and Redo of a document's last step: false when there is none, or a step is
+  // being recorded.
+  static bool Undo(CTarsaDoc& doc);
+  static bool Redo(CTarsaDoc& doc);
+  static int UndoStepCount(const CTarsaDoc& doc);
+  static int RedoStepCount(const CTarsaDoc& doc);
+
+  // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to
+  // the plug-ins the host asks for document data: false (the plug-in not added) when it refused.
+  // UnloadPlugIn calls OnUnloadPlugIn and removes it; false when it was not loaded.
+  static bool LoadPlugIn(CTarsaPlugIn& plug_in);
+  static bool UnloadPlugIn(CTarsaPlugIn& plug_in);
+  static const std::vector<CTarsaPlugIn*>& PlugIns();
+  // The host access interface a plug-in handed over (Stance_SetTarsaDynamicAccess), or null.
+  static ITsStanceDynamicAccess* StanceDynamicAccess();
+
+  // The command line: input fed through its reader, output taken with TakeOutput.
+  static CTarsaCommandLine& CommandLine();
+
+  // Message boxes shown since the last call, in order; the host program prints each one.
+  using ShownMessageBox = CTarsaApp::ShownMessageBox;
+  static std::vector<ShownMessageBox> TakeMessageBoxes();
+
+  // The serial numbers of the documents StanceChanged was called with since the last call, in
+  // order. A handler, when set, is called as well (the host program refreshes its views).
+  static std::vector<unsigned int> TakeStanceChanges();
+  static void SetStanceChangedHandler(std::function<void(CTarsaDoc&)> handler);
+
+  // How often a document's views were regenerated and redrawn.
+  static int RegenCount(const CTarsaDoc& doc);
+  static int RedrawCount(const CTarsaDoc& doc);
+
+  // A panel's window, which the host makes when it shows the panel's tab, and its rebuild
+  // requests: whether one is pending, its delay, and how many were made.
+  static void CreateWindowHandle(CTsNamedDocObjectManagerDlg& panel);
+  static void DestroyWindowHandle(CTsNamedDocObjectManagerDlg& panel);
+  static bool RebuildPending(const CTsNamedDocObjectManagerDlg& panel);
+  static unsigned int RebuildDelay(const CTsNamedDocObjectManagerDlg& panel);
+  static int RebuildRequestCount(const CTsNamedDocObjectManagerDlg& panel);
+
+  // Translations. LoadTranslations reads a UTF-8 file of lines "id=text" ("\n" in a text stands
+  // for a line break; empty lines and lines starting with "#" are skipped) and adds them to the
+  // table. False, with the table as it was, when the file cannot be read or a line is malformed;
+  // `error` then says which line.
+  static bool LoadTranslations(const std::string& path, std::string* error = nullptr);
+  static void SetTranslation(int string_id, const wchar_t* text);
+  static void ClearTranslations();
+  // Calls `observer` with every English text and string id the host is asked to localise; null
+  // stops it.
+  static void SetLocalizationObserver(
+      std::function<void(const wchar_t* english, int string_id)> observer);
+
+  // Document data of plug-ins that were not loaded when a document was opened, kept so that
+  // saving the document writes it back: the plug-in id and the block's bytes.
+  static void KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
+                             std::vector<unsigned char> bytes);
+  static const std::vector<CTarsaDoc::PlugInData>& KeptPlugInData(const CTarsaDoc& doc);
+
+  // Sends a notification to every registered, enabled event watcher, as the host's own
+  // operations do.
+  template <class Notify>
+  static void NotifyEventWatchers(Notify&& notify) {
+    TarsaApp().NotifyEventWatchers(std::forward<Notify>(notify));
+  }
+
+  // Puts the host back as it started: every document closed, every plug-in unloaded, the command
+  // line's input, output and pending macro dropped, message boxes, the StanceChanged log and its
+  // handler, open tabs and translations cleared.
+  static void Reset();
+};

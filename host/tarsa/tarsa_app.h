@@ -1,0 +1,95 @@
+// CTarsaApp: the running host application. It owns the open documents, knows the active one,
+// and sends notifications to the registered event watchers. One instance, TarsaApp(). What only
+// the host program and tests use of it is in host/tarsa/standin/tarsa_standin.h.
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/tarsa/tarsa_doc.h"
+#include "host/tarsa/tarsa_event_watcher.h"
+#include "host/tarsa/tarsa_plugin.h"
+
+class CTarsaCommandLine;
+class ITsStanceDynamicAccess;
+
+class CTarsaApp {
+ public:
+  CTarsaApp(const CTarsaApp&) = delete;
+  CTarsaApp& operator=(const CTarsaApp&) = delete;
+  ~CTarsaApp();
+
+  // The active document, or null when none is open.
+  CTarsaDoc* ObsoleteActiveDoc() const;
+
+  // printf-style output to the command line, in which "%s" takes a wide string.
+  void Print(const wchar_t* format, ...);
+  // Runs a macro as if typed: while a command waits for input, its words answer that command's
+  // prompts; otherwise the commands it names run now. Echo 1 shows the macro's words, 0 does not.
+  void RunScript(const wchar_t* macro, int echo);
+
+  // Dock bar tabs: which panels are open.
+  bool OpenDockbarTab(const ZK_UUID& tab_id);
+  bool CloseDockbarTab(const ZK_UUID& tab_id);
+  bool IsTabVisible(const ZK_UUID& tab_id) const { return m_open_tabs.count(tab_id) != 0; }
+
+  // Event watchers: true when the watcher's registration changed.
+  bool RegisterEventWatcher(CTarsaEventWatcher& watcher);
+  bool UnRegisterEventWatcher(CTarsaEventWatcher& watcher);
+
+ private:
+  friend class CTarsaCommandLine;
+  friend class CTarsaDoc;
+  friend class CTarsaStandIn;
+  friend CTarsaApp& TarsaApp();
+  friend void StanceChanged(CTarsaDoc& doc);
+  friend int TarsaMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags);
+  friend void Stance_SetTarsaDynamicAccess(ITsStanceDynamicAccess* access);
+
+  CTarsaApp();
+
+  CTarsaDoc* Document(unsigned int serial_number) const;
+  void OnStanceChanged(CTarsaDoc& doc);
+  int ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags);
+
+  // Calls `notify(watcher)` for every registered, enabled watcher, in the order of registration.
+  // A watcher unregistered or disabled during the round is not called after that.
+  template <class Notify>
+  void NotifyEventWatchers(Notify&& notify) {
+    const std::vector<CTarsaEventWatcher*> round = m_watchers;
+    for (CTarsaEventWatcher* watcher : round) {
+      const bool still_registered =
+          std::find(m_watchers.begin(), m_watchers.end(), watcher) != m_watchers.end();
+      if (still_registered && watcher->IsEnabled()) notify(*watcher);
+    }
+  }
+
+  // What only the stand-in's controls use (host/tarsa/standin/tarsa_standin.h).
+  struct ShownMessageBox {
+    std::wstring m_text;
+    std::wstring m_caption;
+    unsigned int m_flags;
+  };
+  std::map<unsigned int, std::unique_ptr<CTarsaDoc>> m_documents;
+  unsigned int m_next_serial_number = 1;
+  unsigned int m_active_serial_number = 0;
+  std::vector<CTarsaEventWatcher*> m_watchers;
+  std::unique_ptr<CTarsaCommandLine> m_command_line;
+  std::set<ZK_UUID> m_open_tabs;
+  std::vector<CTarsaPlugIn*> m_plug_ins;
+  std::vector<ShownMessageBox> m_message_boxes;
+  std::vector<unsigned int> m_stance_changes;
+  std::function<void(CTarsaDoc&)> m_stance_changed_handler;
+  ITsStanceDynamicAccess* m_stance_dynamic_access = nullptr;
+};
+
+// The one application object of the running host.
+CTarsaApp& TarsaApp();
+
+// Exported by the host for the stance plug-in: the stances of `doc` changed.
+void StanceChanged(CTarsaDoc& doc);

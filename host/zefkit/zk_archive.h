@@ -1,0 +1,109 @@
+// ZK_BinaryArchive: the kernel's binary archive, written to and read from memory or a file. The
+// byte encoding is described in docs/archive_format.md.
+//
+// Every read either succeeds or fails cleanly: a failed read leaves its output and the position
+// as they were. No read allocates more than the bytes left in the current chunk could hold, so a
+// corrupt length is a failed read, never a huge allocation. Writes fail in a read archive, past
+// a write limit, or when the file cannot be written.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "host/zefkit/zk_object.h"
+
+enum class ZK_ArchiveMode { read, write };
+
+class ZK_BinaryArchive {
+ public:
+  virtual ~ZK_BinaryArchive() = default;
+  ZK_BinaryArchive(const ZK_BinaryArchive&) = delete;
+  ZK_BinaryArchive& operator=(const ZK_BinaryArchive&) = delete;
+
+  ZK_ArchiveMode Mode() const { return m_mode; }
+
+  bool WriteInt(int value);
+  bool ReadInt(int& value);
+  bool WriteDouble(double value);
+  bool ReadDouble(double& value);  // fails on infinities and NaN
+  bool WriteUuid(const ZK_UUID& uuid);
+  bool ReadUuid(ZK_UUID& uuid);
+  // Strings travel as UTF-16; a code point outside Unicode is written as U+FFFD. Reading fails
+  // on a negative length, a lone surrogate or a NUL character.
+  bool WriteString(const ZK_wString& text);
+  bool ReadString(ZK_wString& text);
+  bool WriteXform(const ZK_Xform& xform);
+  bool ReadXform(ZK_Xform& xform);  // fails when an element is not finite
+  bool WritePoint(const ZK_3dPoint& point);
+  bool ReadPoint(ZK_3dPoint& point);  // fails when a coordinate is not finite
+
+  // A chunk is a length-framed run of bytes. Reading inside a chunk never passes its end, and
+  // ending a chunk skips whatever its reader left unread.
+  bool BeginWriteChunk();
+  bool EndWriteChunk();
+  bool BeginReadChunk();
+  bool EndReadChunk();
+  // A whole chunk as raw bytes, for data a reader keeps without understanding it.
+  bool WriteChunk(const std::vector<unsigned char>& bytes);
+  bool ReadChunk(std::vector<unsigned char>& bytes);
+
+  // Writes the object under its class uuid, framed, followed by every piece of its user data
+  // whose Archive() is true. False when a write failed or the class has no uuid.
+  bool WriteObject(const ZK_Object& object);
+  // Re-creates an object written by WriteObject from its registered class, with its user data.
+  //   1: `object` receives the new object, owned by the caller;
+  //   2: the object was skipped (class unknown here, or its Read failed); `object` is null;
+  //   0: the archive's framing is broken; `object` is null.
+  // User data that cannot be re-created or read is skipped and the object kept.
+  int ReadObject(ZK_Object*& object);
+
+  // Bytes that can still be read in the current chunk (or the whole archive).
+  size_t BytesLeft() const;
+
+ protected:
+  explicit ZK_BinaryArchive(ZK_ArchiveMode mode) : m_mode(mode) {}
+
+  ZK_ArchiveMode m_mode;
+  std::vector<unsigned char> m_buffer;
+  size_t m_position = 0;
+  size_t m_write_limit = static_cast<size_t>(-1);
+  std::vector<size_t> m_chunks;  // read: end of each open chunk; write: where its length sits
+
+ private:
+  bool WriteBytes(const void* bytes, size_t size);
+  bool ReadBytes(void* bytes, size_t size);
+  int ReadObjectAtDepth(ZK_Object*& object, int depth);
+  void ReadUserData(ZK_Object& object);
+};
+
+// An archive held in memory.
+class ZK_BinaryMemoryArchive : public ZK_BinaryArchive {
+ public:
+  // An empty archive for writing. Writes that would grow it past `write_limit` bytes fail.
+  explicit ZK_BinaryMemoryArchive(size_t write_limit = static_cast<size_t>(-1));
+  // An archive that reads a copy of `bytes`.
+  explicit ZK_BinaryMemoryArchive(const std::vector<unsigned char>& bytes);
+
+  const std::vector<unsigned char>& Bytes() const { return m_buffer; }
+};
+
+// An archive on disk. For reading, the file is loaded when the archive is made; for writing, the
+// bytes are collected and written to the file by Close (or by the destructor, if not closed).
+class ZK_BinaryFileArchive : public ZK_BinaryArchive {
+ public:
+  ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMode mode);
+  ~ZK_BinaryFileArchive() override;
+
+  // False when a read archive's file could not be loaded.
+  bool IsOpen() const { return m_open; }
+  // Writes the collected bytes to the file: true when the whole file was written. A read archive
+  // has nothing to write and gives its IsOpen(). Later calls give the first call's result.
+  bool Close();
+
+ private:
+  std::string m_path;
+  bool m_open = false;
+  bool m_closed = false;
+  bool m_close_result = false;
+};

@@ -1,0 +1,196 @@
+#include "host/zefkit/zk_archive.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/zefkit/zk_light.h"
+
+namespace {
+
+const ZK_UUID kMemoId = ZK_UuidFromString("68710E7F-6F9B-4187-9AF0-CFC2C4806C0F");
+const wchar_t* const kMemoText = L"\u00C9t\u00E9 \U0001F600";
+
+ZK_Object* CreateMemo();
+ZK_Object* CreateBrokenMemo();
+const ZK_ClassId g_memo_class("ArchiveTestMemo", "ZK_UserData", CreateMemo,
+                              "0E6F3C1A-2B7D-4C59-9A1E-7D3B5F2C8A41");
+const ZK_ClassId g_broken_class("ArchiveTestBroken", "ZK_UserData", CreateBrokenMemo,
+                                "C3A9E2D4-5F61-4B8A-8E7C-1D2F3A4B5C6D");
+
+// Archived user data carrying a text. Memos of the broken class write but never read.
+class Memo : public ZK_UserData {
+ public:
+  explicit Memo(const ZK_ClassId* class_id = &g_memo_class, const ZK_UUID& id = kMemoId)
+      : class_id_(class_id) {
+    m_userdata_uuid = id;
+  }
+  const ZK_ClassId* ClassId() const override { return class_id_; }
+  ZK_Object* __DeepCopy() const override { return new Memo(*this); }
+  bool Archive() const override { return true; }
+  bool Write(ZK_BinaryArchive& archive) const override { return archive.WriteString(text); }
+  bool Read(ZK_BinaryArchive& archive) override {
+    return class_id_ != &g_broken_class && archive.ReadString(text);
+  }
+
+  ZK_wString text = kMemoText;
+
+ private:
+  const ZK_ClassId* class_id_;
+};
+
+ZK_Object* CreateMemo() { return new Memo(); }
+ZK_Object* CreateBrokenMemo() { return new Memo(&g_broken_class); }
+
+class ZkArchive : public testing::Test {
+ protected:
+  ZkArchive() {
+    light_.m_location = {1.5, -2, 3};
+    light_.m_intensity = 0.25;
+    light_.AttachUserData(new Memo());
+  }
+
+  // Reads one object, expecting `result`; the caller owns what was read.
+  static std::unique_ptr<ZK_Object> ReadObject(ZK_BinaryArchive& in, int result = 1) {
+    ZK_Object* object = nullptr;
+    EXPECT_EQ(in.ReadObject(object), result);
+    return std::unique_ptr<ZK_Object>(object);
+  }
+  // Checks that `object` is a copy of light_ with its memo.
+  void ExpectLight(const ZK_Object* object) {
+    const ZK_Light* light = ZK_Light::Cast(object);
+    ASSERT_NE(light, nullptr);
+    EXPECT_EQ(light->m_location.y, -2);
+    EXPECT_EQ(light->m_intensity, 0.25);
+    const auto* memo = static_cast<const Memo*>(light->GetUserData(kMemoId));
+    ASSERT_NE(memo, nullptr);
+    EXPECT_EQ(memo->text, kMemoText);
+  }
+
+  ZK_BinaryMemoryArchive out_;
+  ZK_Light light_;
+};
+
+TEST_F(ZkArchive, SkipsUnknownObjectsAndUnreadableUserDataAndReadsOn) {
+  {
+    ZK_ClassId scoped("ArchiveTestScoped", "ZK_UserData", CreateMemo,
+                      "A1B2C3D4-1111-4222-8333-444455556666");
+    ASSERT_TRUE(out_.WriteObject(Memo(&scoped)));
+  }
+  light_.AttachUserData(
+      new Memo(&g_broken_class, ZK_UuidFromString("5B5C936D-BACA-4D3A-BDDC-300D4A3CE668")));
+  ASSERT_TRUE(out_.WriteObject(light_));
+  ZK_BinaryMemoryArchive in(out_.Bytes());
+  EXPECT_EQ(ReadObject(in, 2), nullptr);
+  std::unique_ptr<ZK_Object> object = ReadObject(in);
+  ExpectLight(object.get());
+  EXPECT_EQ(object->FirstUserData()->Next(), nullptr);
+}
+
+// Strings travel as a unit count and little-endian UTF-16 units. A huge length must fail
+// without allocating, for strings and chunks alike; numbers must be finite.
+TEST_F(ZkArchive, MalformedInputFailsAndLeavesTheOutputAndThePosition) {
+  using Bytes = std::vector<unsigned char>;
+  const Bytes huge{0x00, 0x94, 0x35, 0x77, 'A', 'A', 'A', 'A'};            // 2000000000 units
+  for (const Bytes& bytes : {huge, Bytes{0xFF, 0xFF, 0xFF, 0xFF, 'a', 0},  // negative length
+                             Bytes{2, 0, 0, 0, 'a', 0, 0x00, 0xD8},        // lone high surrogate
+                             Bytes{2, 0, 0, 0, 0x00, 0xDC, 'a', 0},        // lone low surrogate
+                             Bytes{2, 0, 0, 0, 0x00, 0xD8, 'a', 0},        // high, then no low
+                             Bytes{3, 0, 0, 0, 'a', 0, 0, 0, 'b', 0}}) {   // NUL
+    ZK_BinaryMemoryArchive in(bytes);
+    ZK_wString text(L"kept");
+    EXPECT_FALSE(in.ReadString(text));
+    EXPECT_EQ(text, L"kept");
+    EXPECT_EQ(in.BytesLeft(), bytes.size());
+  }
+  ZK_BinaryMemoryArchive chunk(huge);
+  EXPECT_FALSE(chunk.BeginReadChunk());
+  EXPECT_EQ(chunk.BytesLeft(), huge.size());
+  ZK_BinaryMemoryArchive pair(Bytes{2, 0, 0, 0, 0x3D, 0xD8, 0x00, 0xDE});
+  ZK_wString text;
+  EXPECT_TRUE(pair.ReadString(text));
+  EXPECT_EQ(text, L"\U0001F600");
+
+  ZK_Xform xform = ZK_Xform::Scale(2, 2, 2);
+  xform(0, 2) = std::numeric_limits<double>::quiet_NaN();
+  ASSERT_TRUE(out_.WriteXform(xform));
+  ZK_BinaryMemoryArchive numbers(out_.Bytes());
+  ZK_Xform read;
+  EXPECT_FALSE(numbers.ReadXform(read));
+  EXPECT_TRUE(read.IsIdentity());
+  double value = 0;
+  EXPECT_TRUE(numbers.ReadDouble(value));
+  EXPECT_EQ(value, 2.0);
+  ZK_3dPoint point;
+  EXPECT_FALSE(numbers.ReadPoint(point));  // its y is the NaN
+}
+
+TEST_F(ZkArchive, ReadsAWholeObjectAndFailsCleanlyOnEveryTruncation) {
+  ASSERT_TRUE(out_.WriteObject(light_));
+  const std::vector<unsigned char>& whole = out_.Bytes();
+  for (size_t cut = 0; cut <= whole.size(); ++cut) {
+    ZK_BinaryMemoryArchive in(std::vector<unsigned char>(whole.begin(), whole.begin() + cut));
+    ZK_Object* object = nullptr;
+    const int result = in.ReadObject(object);
+    std::unique_ptr<ZK_Object> owned(object);
+    if (result == 1) ExpectLight(object);
+    EXPECT_EQ(object != nullptr, result == 1) << "cut at " << cut;
+    EXPECT_EQ(result == 1, cut == whole.size()) << "cut at " << cut;
+  }
+}
+
+TEST_F(ZkArchive, WritesFailPastTheLimitAndInAReadArchive) {
+  ZK_BinaryMemoryArchive limited(10);
+  EXPECT_TRUE(limited.WriteInt(1) && limited.WriteInt(2));
+  EXPECT_FALSE(limited.WriteString(L"a"));
+  EXPECT_EQ(limited.Bytes().size(), 8u);
+
+  ASSERT_TRUE(out_.WriteInt(7));
+  ZK_BinaryMemoryArchive in(out_.Bytes());
+  EXPECT_FALSE(in.WriteInt(1));
+  EXPECT_EQ(in.Bytes().size(), 4u);
+}
+
+TEST_F(ZkArchive, RoundTripsValuesAndAnObjectThroughAFileWrittenOnClose) {
+  std::string folder = testing::TempDir() + "zk_archive_test_XXXXXX";
+  ASSERT_NE(mkdtemp(folder.data()), nullptr);
+  const std::string path = folder + "/light.bin";
+  const ZK_Xform xform = ZK_Xform::Rotation(0.3, {1, 1, 0}, {2, 3, 4}) * ZK_Xform::Scale(1, 2, 3);
+  {
+    ZK_BinaryFileArchive out(path, ZK_ArchiveMode::write);
+    ASSERT_TRUE(out.WriteInt(INT_MIN) && out.WriteUuid(kMemoId) && out.WriteString(kMemoText));
+    ASSERT_TRUE(out.WriteString(L"") && out.WriteXform(xform) && out.WriteDouble(-0.1));
+    ASSERT_TRUE(out.WriteObject(light_));
+    EXPECT_TRUE(out.Close());
+  }
+  ZK_BinaryFileArchive in(path, ZK_ArchiveMode::read);
+  ASSERT_TRUE(in.IsOpen());
+  int i = 0;
+  ZK_UUID uuid;
+  ZK_wString text, empty(L"not yet");
+  ZK_Xform xform_read(0.0);
+  double d = 0;
+  ASSERT_TRUE(in.ReadInt(i) && in.ReadUuid(uuid) && in.ReadString(text));
+  ASSERT_TRUE(in.ReadString(empty) && in.ReadXform(xform_read) && in.ReadDouble(d));
+  EXPECT_EQ(i, INT_MIN);
+  EXPECT_EQ(uuid, kMemoId);
+  EXPECT_EQ(text, kMemoText);
+  EXPECT_TRUE(empty.IsEmpty());
+  EXPECT_EQ(xform_read, xform);
+  EXPECT_EQ(d, -0.1);
+  ExpectLight(ReadObject(in).get());
+  EXPECT_EQ(in.BytesLeft(), 0u);
+  std::remove(path.c_str());
+  std::remove(folder.c_str());
+
+  EXPECT_FALSE(ZK_BinaryFileArchive(path, ZK_ArchiveMode::read).IsOpen());
+  EXPECT_FALSE(ZK_BinaryFileArchive(path, ZK_ArchiveMode::write).Close());  // no folder now
+}
+
+}  // namespace

@@ -40,8 +40,7 @@ std::string MakeModel(int objects, int stances) {
   for (int s = 0; s < stances; ++s) {
     for (int i = 0; i < members[static_cast<size_t>(s)].Count(); ++i) {
       CTarsaObject* object = doc->LookupObject(members[static_cast<size_t>(s)][i]->ModelObjectId());
-      auto* record =
-          CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id));
+      auto* record = CKorvoUserData::Of(object);
       if (record == nullptr) {
         record = new CKorvoUserData();
         object->AttachGeometryUserData(record);

@@ -1,10 +1,11 @@
 #include "data/placement_record.h"
 
+#include "data/place_holder.h"
+#include "host/tarsa/tarsa_object.h"
 #include "plugin/korvo_plugin.h"
 
 namespace {
 
-const wchar_t kPlaceHolder[] = L"Place Holder";
 const int kVersion = 0;
 
 ZK_Object* CreateRecord() { return new CKorvoUserData(); }
@@ -26,6 +27,14 @@ CKorvoUserData* CKorvoUserData::Cast(ZK_Object* object) {
 
 const CKorvoUserData* CKorvoUserData::Cast(const ZK_Object* object) {
   return Cast(const_cast<ZK_Object*>(object));
+}
+
+CKorvoUserData* CKorvoUserData::Of(const ZK_Object* object) {
+  return object ? Cast(object->GetUserData(m_userdata_id)) : nullptr;
+}
+
+CKorvoUserData* CKorvoUserData::Of(const CTarsaObject* object) {
+  return object ? Cast(object->GetGeometryUserData(m_userdata_id)) : nullptr;
 }
 
 CKorvoUserData::CKorvoUserData() {
@@ -70,7 +79,7 @@ bool CKorvoUserData::CopyFrom(const ZK_Object* source) {
 ZK_Object* CKorvoUserData::__DeepCopy() const { return new CKorvoUserData(*this); }
 
 bool CKorvoUserData::Write(ZK_BinaryArchive& archive) const {
-  if (!archive.WriteInt(kVersion) || !archive.WriteString(kPlaceHolder) ||
+  if (!archive.WriteInt(kVersion) || !archive.WriteString(kKorvoPlaceHolder) ||
       !archive.WriteXform(m_accumulated_xform) ||
       !archive.WriteInt(static_cast<int>(m_entries.GetSize()))) {
     return false;

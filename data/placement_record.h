@@ -10,6 +10,7 @@
 #include "host/zefkit/zk_object.h"
 
 class CTarsaDoc;
+class CTarsaObject;
 
 class CKorvoUserData : public ZK_UserData {
  public:
@@ -26,6 +27,10 @@ class CKorvoUserData : public ZK_UserData {
   // `object` as a placement record, or null when it is none.
   static CKorvoUserData* Cast(ZK_Object* object);
   static const CKorvoUserData* Cast(const ZK_Object* object);
+  // The record attached to a kernel object (a geometry or a light), or to a document object's
+  // geometry; null when there is none or the object is null. The object keeps ownership.
+  static CKorvoUserData* Of(const ZK_Object* object);
+  static CKorvoUserData* Of(const CTarsaObject* object);
 
   // No entries, identity transforms, copied with its object.
   CKorvoUserData();

@@ -31,9 +31,7 @@ std::vector<unsigned char> Written(const CKorvoUserData& record) {
   return out.Bytes();
 }
 
-CKorvoUserData* RecordOf(const ZK_Object& object) {
-  return CKorvoUserData::Cast(object.GetUserData(CKorvoUserData::m_userdata_id));
-}
+CKorvoUserData* RecordOf(const ZK_Object& object) { return CKorvoUserData::Of(&object); }
 
 // A light that carries a record, as the kernel holds it.
 class PlacementRecordTest : public ::testing::Test {

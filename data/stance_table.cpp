@@ -1,11 +1,10 @@
 #include "data/stance_table.h"
 
+#include "data/place_holder.h"
 #include "host/tarsa/tarsa_app.h"
 #include "panel/stances_panel.h"
 
 namespace {
-
-const wchar_t kPlaceHolder[] = L"Place Holder";
 
 bool IsEmptyName(const wchar_t* name) { return name == nullptr || *name == 0; }
 
@@ -107,7 +106,7 @@ CKorvoDocData::USER_DATA* CKorvoDocData::NextEntry() {
 }
 
 bool CKorvoDocData::Write(ZK_BinaryArchive& archive) const {
-  if (!archive.WriteString(kPlaceHolder) || !archive.WriteInt(Count())) return false;
+  if (!archive.WriteString(kKorvoPlaceHolder) || !archive.WriteInt(Count())) return false;
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
     if (!archive.WriteUuid(m_entries[i]->m_id) || !archive.WriteString(m_entries[i]->m_name)) {
       return false;

@@ -17,7 +17,7 @@ void CKorvoCommandRecord::HandOnRecord(CTarsaDoc& doc) {
   if (m_added_ids.Count() == 0 || m_saved_record == nullptr) return;
   for (int i = 0; i < m_added_ids.Count(); ++i) {
     const CTarsaObject* object = doc.LookupObject(m_added_ids[i]);
-    if (object == nullptr || object->GetGeometryUserData(CKorvoUserData::m_userdata_id)) continue;
+    if (object == nullptr || CKorvoUserData::Of(object)) continue;
     auto* copy = new CKorvoUserData(*m_saved_record);
     if (!object->AttachGeometryUserData(copy)) delete copy;
   }

@@ -45,8 +45,7 @@ void CKorvoEventWatcher::OnAddObject(CTarsaDoc& doc, CTarsaObject& object) {
   }
   if (m_replaced_object != nullptr) {
     m_replaced_object = nullptr;
-  } else if (auto* record =
-                 CKorvoUserData::Cast(object.GetGeometryUserData(CKorvoUserData::m_userdata_id))) {
+  } else if (auto* record = CKorvoUserData::Of(&object)) {
     // A duplicate of a stance object, moved on its way in: take the move back out, so that a
     // restore moves the copy by the same transform as its source.
     record->m_accumulated_xform = record->m_last_xform.Inverse() * record->m_accumulated_xform;

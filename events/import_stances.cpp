@@ -28,7 +28,7 @@ void Rekey(const CTarsaObject& object, const ZK_UUID& old_id, const ZK_UUID& new
   ZK_Xform stored;
   const CKorvoUserData* read_only = CKorvoObjectWrapper(&object).GetRecord();
   if (read_only == nullptr || !read_only->GetXform(old_id, stored)) return;
-  auto* record = CKorvoUserData::Cast(object.GetGeometryUserData(CKorvoUserData::m_userdata_id));
+  auto* record = CKorvoUserData::Of(&object);
   if (record == nullptr) return;
   stored = record->m_last_xform * stored;
   record->Remove(old_id);
@@ -54,7 +54,7 @@ void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool,
   if (!m_cleanup_requested) return;
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-    auto* record = CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id));
+    auto* record = CKorvoUserData::Of(object);
     if (record) record->RemoveEntriesWithoutStance(doc);
   }
   KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->RemoveUnusedStances();

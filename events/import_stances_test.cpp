@@ -102,8 +102,7 @@ TEST_F(ModelFileTest, OpeningDropsEntriesOfUnknownStancesAndStancesNoObjectCarri
   ASSERT_NE(opened, nullptr);
   ASSERT_EQ(TableOf(*opened).Count(), 1);
   EXPECT_EQ(TableOf(*opened).m_entries[0]->m_name, L"Front");
-  const auto* record = CKorvoUserData::Cast(
-      opened->LookupObject(box)->GetGeometryUserData(CKorvoUserData::m_userdata_id));
+  const auto* record = CKorvoUserData::Of(opened->LookupObject(box));
   ASSERT_EQ(record->m_entries.GetSize(), 1);
 }
 

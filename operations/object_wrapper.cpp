@@ -20,17 +20,6 @@ bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
   return true;
 }
 
-// The record on a kernel light, or null.
-CKorvoUserData* RecordOn(const ZK_Light* light) {
-  return light ? CKorvoUserData::Cast(light->GetUserData(CKorvoUserData::m_userdata_id)) : nullptr;
-}
-
-// The record on an object's geometry, or null.
-CKorvoUserData* RecordOn(const CTarsaObject* object) {
-  return object ? CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id))
-                : nullptr;
-}
-
 }  // namespace
 
 CKorvoObjectWrapper::CKorvoObjectWrapper(const CTarsaObject* object)
@@ -40,11 +29,11 @@ CKorvoObjectWrapper::~CKorvoObjectWrapper() { Commit(); }
 
 CKorvoUserData* CKorvoObjectWrapper::GetRecord() const {
   if (IsLight()) {
-    if (m_working_copy) return RecordOn(ZK_Light::Cast(m_working_copy));
+    if (m_working_copy) return CKorvoUserData::Of(ZK_Light::Cast(m_working_copy));
     const CTarsaLight* host_light = CTarsaLight::Cast(m_object);
-    return RecordOn(host_light ? &host_light->Light() : nullptr);
+    return CKorvoUserData::Of(host_light ? &host_light->Light() : nullptr);
   }
-  return RecordOn(m_working_copy ? CTarsaObject::Cast(m_working_copy) : m_object);
+  return CKorvoUserData::Of(m_working_copy ? CTarsaObject::Cast(m_working_copy) : m_object);
 }
 
 CKorvoUserData* CKorvoObjectWrapper::GetEditableRecord() {
@@ -55,14 +44,14 @@ CKorvoUserData* CKorvoObjectWrapper::GetEditableRecord() {
     if (m_working_copy == nullptr) m_working_copy = new ZK_Light(host_light->Light());
     ZK_Light* light = ZK_Light::Cast(m_working_copy);
     if (light == nullptr) return nullptr;
-    if (CKorvoUserData* record = RecordOn(light)) return record;
+    if (CKorvoUserData* record = CKorvoUserData::Of(light)) return record;
     std::unique_ptr<CKorvoUserData> record(new CKorvoUserData());
     return light->AttachUserData(record.get()) ? record.release() : nullptr;
   }
   if (m_working_copy == nullptr) m_working_copy = m_object->Duplicate();
   const CTarsaObject* copy = CTarsaObject::Cast(m_working_copy);
   if (copy == nullptr) return nullptr;
-  if (CKorvoUserData* record = RecordOn(copy)) return record;
+  if (CKorvoUserData* record = CKorvoUserData::Of(copy)) return record;
   std::unique_ptr<CKorvoUserData> record(new CKorvoUserData());
   return copy->AttachGeometryUserData(record.get()) ? record.release() : nullptr;
 }

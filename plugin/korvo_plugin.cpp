@@ -1,6 +1,7 @@
 #include "plugin/korvo_plugin.h"
 
 #include "command/stance_command.h"
+#include "data/place_holder.h"
 #include "events/event_watcher.h"
 #include "host/tarsa/tarsa_doc.h"
 #include "host/tarsa/tarsa_localize.h"
@@ -10,7 +11,6 @@
 namespace {
 
 const int kDocumentVersion = 0;
-const wchar_t kPlaceHolder[] = L"Place Holder";
 
 const ZK_UUID kPlugInId = {
     0xFCEA57AE, 0x7C24, 0x4BC5, {0xA0, 0x67, 0x1D, 0xFF, 0xA6, 0x13, 0x98, 0x59}};
@@ -50,7 +50,7 @@ bool CKorvoPlugIn::ShouldWriteDocument(const CTarsaFileWriteOptions& options) {
 
 bool CKorvoPlugIn::WriteDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
                                  const CTarsaFileWriteOptions&) {
-  return archive.WriteInt(kDocumentVersion) && archive.WriteString(kPlaceHolder) &&
+  return archive.WriteInt(kDocumentVersion) && archive.WriteString(kKorvoPlaceHolder) &&
          DocData(doc.RuntimeSerialNumber())->Write(archive);
 }
 

@@ -57,11 +57,7 @@ class StanceDocumentTest : public HostSessionTest {
 
   const CTarsaObject* Object(const ZK_UUID& id) const { return doc_->LookupObject(id); }
   CKorvoDocData& Table() const { return *KorvoPlugIn().DocData(serial_); }
-  const CKorvoUserData* RecordOf(const ZK_UUID& id) const {
-    const CTarsaObject* object = Object(id);
-    return object ? CKorvoUserData::Cast(object->GetGeometryUserData(CKorvoUserData::m_userdata_id))
-                  : nullptr;
-  }
+  const CKorvoUserData* RecordOf(const ZK_UUID& id) const { return CKorvoUserData::Of(Object(id)); }
   // Where an object is: a geometry's points, or a light's location and the tip of its direction.
   std::vector<ZK_3dPoint> Placement(const ZK_UUID& id) const {
     const ZK_Geometry* geometry = Object(id)->Geometry();

@@ -39,7 +39,8 @@ class CTarsaCommand {
   virtual ~CTarsaCommand();
 
   virtual ZK_UUID CommandId() const = 0;
-  const wchar_t* EnglishCommandName() const;
+  // The const form asks the other one.
+  virtual const wchar_t* EnglishCommandName() const;
   virtual const wchar_t* EnglishCommandName() = 0;
   // The name in the user's language; the English name unless a command says otherwise.
   virtual const wchar_t* LocalCommandName() const;

@@ -39,7 +39,17 @@ class CTarsaEventWatcher {
   void Enable(bool enable);
   bool IsEnabled() const { return m_enabled; }
 
+  // Sent by Enable, after the state changed.
   virtual void OnEnableEventWatcher(bool enabled);
+
+  // Application and documents. OnNewDocument when a document was made, before it becomes the
+  // active one; OnCloseDocument before a document is destroyed; OnActiveDocumentChanged after the
+  // active document changed (null: none is left). Open: OnBeginOpenDocument, then OnAddObject for
+  // each object of the file, then the plug-ins read their document data, then
+  // OnEndOpenDocument; `merge` and `reference` say whether the file joins an open document.
+  // Save: OnBeginSaveDocument before the file is written, OnEndSaveDocument after, whether or not
+  // it succeeded. The stand-in sends no OnInitTarsa, OnCloseTarsa, property, unit, settings or
+  // view notifications.
   virtual void OnInitTarsa();
   virtual void OnCloseTarsa();
   virtual void OnCloseDocument(CTarsaDoc& doc);
@@ -58,10 +68,17 @@ class CTarsaEventWatcher {
   virtual void OnDestroyView(CTarsaView* view);
   virtual void OnSetActiveView(CTarsaView* view);
   virtual void OnRenameView(CTarsaView* view);
+  // Commands: OnBeginCommand after the command's undo step began and before it runs;
+  // OnEndCommand after it returned, before its undo step ends.
   virtual void OnBeginCommand(const CTarsaCommand& command, const CTarsaCommandContext& context);
   virtual void OnEndCommand(const CTarsaCommand& command, const CTarsaCommandContext& context,
                             CTarsaCommand::result result);
   virtual bool DeleteLayerCheck(CTarsaDoc& doc, int layer_index);
+  // Objects, as each change happens, during commands, undo and redo alike. A replacement sends
+  // OnReplaceObject(old, new), then OnDeleteObject(old), then OnAddObject(new). Undo and redo
+  // bring objects back with OnUnDeleteObject and take them away with OnDeleteObject. Selection
+  // changes follow the change that caused them; OnModifyObjectAttributes after a name or mode
+  // change.
   virtual void OnAddObject(CTarsaDoc& doc, CTarsaObject& object);
   virtual void OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object);
   virtual void OnReplaceObject(CTarsaDoc& doc, CTarsaObject& old_object, CTarsaObject& new_object);
@@ -75,6 +92,8 @@ class CTarsaEventWatcher {
   virtual void OnModifyObjectAttributes(CTarsaDoc& doc, CTarsaObject& object,
                                         const CTarsaObjectAttributes& old_attributes);
   virtual void OnUpdateObjectMesh(CTarsaDoc& doc, CTarsaObject& object);
+  // Tables: LightTableEvent after a light was added, modified, deleted or brought back; the
+  // stand-in has no other tables.
   virtual void LayerTableEvent(table_event event, CTarsaDoc& doc, int index);
   virtual void LinetypeTableEvent(table_event event, CTarsaDoc& doc, int index);
   virtual void InstanceDefinitionTableEvent(table_event event, CTarsaDoc& doc, int index);
@@ -86,6 +105,8 @@ class CTarsaEventWatcher {
   virtual void TextStyleTableEvent(table_event event, CTarsaDoc& doc, int index);
   virtual void DimStyleTableEvent(table_event event, CTarsaDoc& doc, int index);
   virtual void HatchPatternTableEvent(table_event event, CTarsaDoc& doc, int index);
+  // Undo: begin_recording and end_recording around the outermost undo step of a change;
+  // begin_undo / end_undo and begin_redo / end_redo around the host's undo and redo of a step.
   virtual void UndoEvent(undo_event event, unsigned int undo_record_serial_number,
                          const CTarsaCommand* command);
   virtual void Event(int event, const void* data);

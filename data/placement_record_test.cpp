@@ -55,21 +55,6 @@ TEST_F(PlacementRecordTest, TransformsAccumulateNewestOnTheLeftUnlessTheBaseRefu
   EXPECT_EQ(record_->m_last_xform, kMove);
 }
 
-TEST_F(PlacementRecordTest, EntriesAreFoundByIdAndKeepTheirOrder) {
-  const ZK_UUID top = NewId();
-  record_->Add(front_, kMove);
-  record_->Add(side_, kTurn);
-  record_->Add(top, ZK_Xform());
-  EXPECT_FALSE(record_->SetXform(NewId(), kMove));
-  EXPECT_TRUE(record_->SetXform(side_, kMove));
-  ZK_Xform xform;
-  EXPECT_TRUE(record_->GetXform(side_, xform));
-  EXPECT_EQ(xform, kMove);
-  EXPECT_TRUE(record_->Remove(side_));
-  EXPECT_FALSE(record_->Remove(side_));
-  EXPECT_EQ(Ids(*record_), (std::vector<ZK_UUID>{front_, top}));
-}
-
 TEST_F(PlacementRecordTest, CopiesOfTheObjectOrFromAnotherRecordAreIndependent) {
   record_->Add(front_, kTurn);
   light_.Transform(kMove);

@@ -1,0 +1,28 @@
+#include "data/undo_scope.h"
+
+#include "testing/stance_document_test.h"
+
+namespace {
+
+using UndoScopeTest = StanceDocumentTest;
+
+TEST_F(UndoScopeTest, RecordsOnlyAChangeOfAnOpenDocument) {
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
+  Step([&] { CKorvoUndoScope scope(*doc_); });
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
+  Step([&] {
+    CKorvoUndoScope scope(*doc_);
+    Table().Add(ZK_UuidFromString("5D6E7F80-91A2-4B3C-8D4E-5F60718293A4"), L"Front");
+  });
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
+
+  CKorvoDocData* table = &Table();
+  {
+    CKorvoUndoScope scope(*doc_);
+    table->RemoveAll();
+    CTarsaStandIn::CloseDocument(serial_);
+  }  // nothing to hand the snapshot to: it goes, with no leak
+  EXPECT_EQ(table->Count(), 0);
+}
+
+}  // namespace

@@ -8,20 +8,15 @@ namespace {
 
 const int kVersion = 0;
 
-ZK_Object* CreateRecord() { return new CKorvoUserData(); }
-
-const ZK_ClassId g_record_class("CKorvoUserData", "ZK_UserData", CreateRecord,
-                                "4C865638-2D45-4f5d-9F10-618A0DBD3978");
-
 }  // namespace
 
 const ZK_UUID CKorvoUserData::m_userdata_id = {
     0xE142DA6F, 0xD632, 0x4412, {0xAF, 0xF8, 0x37, 0xDF, 0x51, 0xC6, 0x15, 0x56}};
 
-const ZK_ClassId* CKorvoUserData::ClassIdOfRecord() { return &g_record_class; }
+ZK_Object* CKorvoUserData::CreateRecord() { return new CKorvoUserData(); }
 
 CKorvoUserData* CKorvoUserData::Cast(ZK_Object* object) {
-  return object && object->IsKindOf(&g_record_class) ? static_cast<CKorvoUserData*>(object)
+  return object && object->IsKindOf(&m_record_class) ? static_cast<CKorvoUserData*>(object)
                                                      : nullptr;
 }
 
@@ -67,7 +62,7 @@ CKorvoUserData::~CKorvoUserData() {
   SetIdentity();
 }
 
-const ZK_ClassId* CKorvoUserData::ClassId() const { return &g_record_class; }
+const ZK_ClassId* CKorvoUserData::ClassId() const { return &m_record_class; }
 
 bool CKorvoUserData::CopyFrom(const ZK_Object* source) {
   const CKorvoUserData* record = Cast(source);

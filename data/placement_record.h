@@ -22,8 +22,12 @@ class CKorvoUserData : public ZK_UserData {
   // E142DA6F-D632-4412-AFF8-37DF51C61556: which user data of an object the record is.
   static const ZK_UUID m_userdata_id;
 
-  // The record's class registration with the kernel.
-  static const ZK_ClassId* ClassIdOfRecord();
+  // The record's class registration with the kernel, a static object of the module
+  // (plugin/korvo_module.cpp), through which the kernel re-creates records it reads.
+  static const ZK_ClassId m_record_class;
+  static const ZK_ClassId* ClassIdOfRecord() { return &m_record_class; }
+  // A new empty record, owned by the caller: what the kernel reads a record into.
+  static ZK_Object* CreateRecord();
   // `object` as a placement record, or null when it is none.
   static CKorvoUserData* Cast(ZK_Object* object);
   static const CKorvoUserData* Cast(const ZK_Object* object);

@@ -1,12 +1,13 @@
 #include "plugin/korvo_plugin.h"
 
-#include "command/stance_command.h"
 #include "data/place_holder.h"
 #include "events/event_watcher.h"
 #include "host/tarsa/tarsa_doc.h"
 #include "host/tarsa/tarsa_localize.h"
 #include "host/tarsa/tarsa_message_box.h"
+#include "host/tarsa/tarsa_stance_dynamic_access.h"
 #include "host/zefkit/zk_archive.h"
+#include "operations/dynamic_access.h"
 
 namespace {
 
@@ -15,32 +16,53 @@ const int kDocumentVersion = 0;
 const ZK_UUID kPlugInId = {
     0xFCEA57AE, 0x7C24, 0x4BC5, {0xA0, 0x67, 0x1D, 0xFF, 0xA6, 0x13, 0x98, 0x59}};
 
-// The module's objects, made in this order when it loads and destroyed in reverse.
-CKorvoPlugIn thePlugIn;
-CCommandKorvo theStanceCommand;
-
 }  // namespace
 
-CKorvoPlugIn::CKorvoPlugIn() : m_event_watcher(new CKorvoEventWatcher()) {}
+CKorvoPlugIn::CKorvoPlugIn()
+    : m_version(L"" __DATE__ "  " __TIME__),
+      m_event_watcher(new CKorvoEventWatcher()),
+      m_dynamic_access(nullptr) {}
 
 CKorvoPlugIn::~CKorvoPlugIn() {
   RemoveAllDocData();
   delete m_event_watcher;
   m_event_watcher = nullptr;
+  Stance_SetTarsaDynamicAccess(nullptr);
+  delete m_dynamic_access;
+  m_dynamic_access = nullptr;
 }
 
 ZK_UUID CKorvoPlugIn::PlugInID() const { return kPlugInId; }
 
+const wchar_t* CKorvoPlugIn::PlugInName() const { return L"Stance"; }
+
+const wchar_t* CKorvoPlugIn::LocalPlugInName() const { return TsLocalizeString(L"Stance", 19663); }
+
+const wchar_t* CKorvoPlugIn::PlugInVersion() const { return m_version; }
+
 bool CKorvoPlugIn::OnLoadPlugIn() {
   EventWatcher()->Register();
   EventWatcher()->Enable(true);
-  return CTarsaPlugIn::OnLoadPlugIn();
+  m_dynamic_access = new CKorvoDynamicAccess();
+  Stance_SetTarsaDynamicAccess(m_dynamic_access);
+  return CTarsaUtilitySystemPlugIn::OnLoadPlugIn();
 }
 
 void CKorvoPlugIn::OnUnloadPlugIn() {
+  Stance_SetTarsaDynamicAccess(nullptr);
   EventWatcher()->Enable(false);
   EventWatcher()->UnRegister();
-  CTarsaPlugIn::OnUnloadPlugIn();
+  delete m_dynamic_access;
+  m_dynamic_access = nullptr;
+  CTarsaUtilitySystemPlugIn::OnUnloadPlugIn();
+}
+
+int CKorvoPlugIn::PlugInLoadTime() { return 2; }
+
+bool CKorvoPlugIn::AddToPlugInHelpMenu() const { return false; }
+
+bool CKorvoPlugIn::OnDisplayPlugInHelp(HWND parent) {
+  return CTarsaUtilitySystemPlugIn::OnDisplayPlugInHelp(parent);
 }
 
 bool CKorvoPlugIn::ShouldWriteDocument(const CTarsaFileWriteOptions& options) {
@@ -92,5 +114,3 @@ CKorvoEventWatcher* CKorvoPlugIn::EventWatcher() {
   if (m_event_watcher == nullptr) m_event_watcher = new CKorvoEventWatcher();
   return m_event_watcher;
 }
-
-CKorvoPlugIn& KorvoPlugIn() { return thePlugIn; }

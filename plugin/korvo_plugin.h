@@ -1,26 +1,43 @@
-// CKorvoPlugIn: the plug-in object, one static instance per loaded module, reached through
-// KorvoPlugIn(). The host asks it for the plug-in's identity; the plug-in's own code asks it for
-// the stance table of a document and for the event watcher. It owns the document registry (every
-// stance table) and the event watcher.
+// CKorvoPlugIn: the plug-in object, one static instance per loaded module
+// (plugin/korvo_module.cpp), reached through KorvoPlugIn(). The host asks it for the plug-in's
+// identity and loads and unloads it; the plug-in's own code asks it for the stance table of a
+// document and for the event watcher. It owns the document registry (every stance table), the event
+// watcher and, while the plug-in is loaded, the host access object.
 #pragma once
 
 #include "data/document_registry.h"
 #include "host/tarsa/tarsa_plugin.h"
 
+class CKorvoDynamicAccess;
 class CKorvoEventWatcher;
 
-class CKorvoPlugIn : public CTarsaPlugIn {
+class CKorvoPlugIn : public CTarsaUtilitySystemPlugIn {
  public:
+  // The version text is the module's build stamp; the event watcher is made but not registered.
   CKorvoPlugIn();
+  // Destroys every stance table and the event watcher, and withdraws the host access interface.
   ~CKorvoPlugIn() override;
 
   // FCEA57AE-7C24-4BC5-A067-1DFFA6139859
   ZK_UUID PlugInID() const override;
+  // "Stance", and its translation (string id 19663).
+  const wchar_t* PlugInName() const override;
+  const wchar_t* LocalPlugInName() const override;
+  // The build stamp, as "Dec 15 2015  16:15:37".
+  const wchar_t* PlugInVersion() const override;
 
-  // Registers and enables the event watcher: true.
+  // Registers and enables the event watcher and hands the host a new host access object: the
+  // base's result.
   bool OnLoadPlugIn() override;
-  // Disables and unregisters the event watcher; it stays until the plug-in object goes.
+  // Withdraws and destroys the host access object and disables and unregisters the event
+  // watcher, which stays until the plug-in object goes. Tables and records stay as they are.
   void OnUnloadPlugIn() override;
+  // Loaded when the host starts: 2.
+  int PlugInLoadTime() override;
+  // Not in the host's help menu: false.
+  bool AddToPlugInHelpMenu() const override;
+  // No help of its own: the base's result.
+  bool OnDisplayPlugInHelp(HWND parent) override;
 
   // The stance table in model files. A document without stances writes no block.
   bool ShouldWriteDocument(const CTarsaFileWriteOptions& options) override;
@@ -42,9 +59,11 @@ class CKorvoPlugIn : public CTarsaPlugIn {
   CKorvoEventWatcher* EventWatcher();
 
  private:
+  ZK_wString m_version;
   CKorvoEventWatcher* m_event_watcher;
   CKorvoDocDataMap m_doc_data_map;
+  CKorvoDynamicAccess* m_dynamic_access;
 };
 
-// The one plug-in object; it lives as long as the module.
+// The one plug-in object; it lives as long as the module (plugin/korvo_module.cpp).
 CKorvoPlugIn& KorvoPlugIn();

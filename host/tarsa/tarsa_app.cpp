@@ -3,6 +3,7 @@
 #include <cstdarg>
 
 #include "host/tarsa/standin/tarsa_command_line.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_message_box.h"
 #include "host/tarsa/tarsa_stance_dynamic_access.h"
 
@@ -74,6 +75,16 @@ int TarsaMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int fl
   return TarsaApp().ShowMessageBox(text, caption, flags);
 }
 
+namespace {
+
+// A plain pointer rather than a member of the application: a plug-in object withdraws its
+// interface when it is destroyed, which may be after the application at program exit.
+ITsStanceDynamicAccess* g_stance_dynamic_access = nullptr;
+
+}  // namespace
+
 void Stance_SetTarsaDynamicAccess(ITsStanceDynamicAccess* access) {
-  TarsaApp().m_stance_dynamic_access = access;
+  g_stance_dynamic_access = access;
 }
+
+ITsStanceDynamicAccess* CTarsaStandIn::StanceDynamicAccess() { return g_stance_dynamic_access; }

@@ -16,7 +16,6 @@
 #include "host/tarsa/tarsa_plugin.h"
 
 class CTarsaCommandLine;
-class ITsStanceDynamicAccess;
 
 class CTarsaApp {
  public:
@@ -49,7 +48,6 @@ class CTarsaApp {
   friend CTarsaApp& TarsaApp();
   friend void StanceChanged(CTarsaDoc& doc);
   friend int TarsaMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags);
-  friend void Stance_SetTarsaDynamicAccess(ITsStanceDynamicAccess* access);
 
   CTarsaApp();
 
@@ -85,7 +83,6 @@ class CTarsaApp {
   std::vector<ShownMessageBox> m_message_boxes;
   std::vector<unsigned int> m_stance_changes;
   std::function<void(CTarsaDoc&)> m_stance_changed_handler;
-  ITsStanceDynamicAccess* m_stance_dynamic_access = nullptr;
 };
 
 // The one application object of the running host.

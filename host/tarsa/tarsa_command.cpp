@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "host/tarsa/standin/tarsa_plugin_loader.h"
 #include "host/zefkit/zk_string.h"
 
 namespace {
@@ -14,7 +15,10 @@ std::vector<CTarsaCommand*>& Commands() {
 
 }  // namespace
 
-CTarsaCommand::CTarsaCommand(bool, bool, const CTarsaPlugIn*, bool) { Commands().push_back(this); }
+CTarsaCommand::CTarsaCommand(bool, bool, const CTarsaPlugIn* plug_in, bool) : m_plug_in(plug_in) {
+  Commands().push_back(this);
+  if (m_plug_in == nullptr) CTarsaPlugInLoader::NoteConstructed(*this);
+}
 
 CTarsaCommand::~CTarsaCommand() {
   auto& commands = Commands();

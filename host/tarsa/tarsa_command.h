@@ -58,4 +58,8 @@ class CTarsaCommand {
   // The registered command with that name, or null. `english` picks the English names; otherwise
   // local names are tried first, then English ones.
   static CTarsaCommand* Find(const wchar_t* name, bool english);
+
+ private:
+  friend class CTarsaPlugInLoader;
+  const CTarsaPlugIn* m_plug_in;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/tarsa/standin/tarsa_plugin_loader.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
 
 CTarsaDoc* CTarsaStandIn::NewDocument() {
@@ -78,10 +79,6 @@ bool CTarsaStandIn::UnloadPlugIn(CTarsaPlugIn& plug_in) {
 
 const std::vector<CTarsaPlugIn*>& CTarsaStandIn::PlugIns() { return TarsaApp().m_plug_ins; }
 
-ITsStanceDynamicAccess* CTarsaStandIn::StanceDynamicAccess() {
-  return TarsaApp().m_stance_dynamic_access;
-}
-
 CTarsaCommandLine& CTarsaStandIn::CommandLine() { return *TarsaApp().m_command_line; }
 
 std::vector<CTarsaStandIn::ShownMessageBox> CTarsaStandIn::TakeMessageBoxes() {
@@ -135,8 +132,10 @@ const std::vector<CTarsaDoc::PlugInData>& CTarsaStandIn::KeptPlugInData(const CT
 
 void CTarsaStandIn::Reset() {
   CTarsaApp& app = TarsaApp();
-  while (!app.m_plug_ins.empty()) UnloadPlugIn(*app.m_plug_ins.back());
+  // Documents go first: their objects may carry user data whose code is in a module.
   while (!app.m_documents.empty()) CloseDocument(app.m_documents.begin()->first);
+  CTarsaPlugInLoader::UnloadAll();
+  while (!app.m_plug_ins.empty()) UnloadPlugIn(*app.m_plug_ins.back());
   app.m_command_line->Reset();
   app.m_open_tabs.clear();
   app.m_message_boxes.clear();

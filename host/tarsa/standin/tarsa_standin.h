@@ -99,8 +99,8 @@ class CTarsaStandIn {
     TarsaApp().NotifyEventWatchers(std::forward<Notify>(notify));
   }
 
-  // Puts the host back as it started: every document closed, every plug-in unloaded, the command
-  // line's input, output and pending macro dropped, message boxes, the StanceChanged log and its
-  // handler, open tabs and translations cleared.
+  // Puts the host back as it started: every document closed, every plug-in unloaded (and its
+  // module closed), the command line's input, output and pending macro dropped, message boxes,
+  // the StanceChanged log and its handler, open tabs and translations cleared.
   static void Reset();
 };

@@ -1,0 +1,115 @@
+// The module Korvo.tsp as the host loads it. This test links none of the plug-in's code: the
+// plug-in object exists only in the module file, once each time it is loaded.
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <string>
+
+#include "host/tarsa/standin/tarsa_plugin_loader.h"
+#include "host/tarsa/tarsa_command.h"
+#include "host/tarsa/tarsa_plugin.h"
+#include "host/tarsa/tarsa_stance_dynamic_access.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
+#include "testing/host_session_test.h"
+
+namespace {
+
+class KorvoModuleTest : public HostSessionTest {
+ protected:
+  CTarsaPlugIn* Load(const char* path = KORVO) {
+    CTarsaPlugIn* plug_in = CTarsaPlugInLoader::Load(path, error_);
+    EXPECT_EQ(error_, L"");
+    return plug_in;
+  }
+  // The message of a refused module, after checking that it left the host as it was.
+  std::wstring Refused(const char* path) {
+    error_.clear();
+    EXPECT_EQ(CTarsaPlugInLoader::Load(path, error_), nullptr);
+    EXPECT_TRUE(CTarsaStandIn::PlugIns().empty());
+    EXPECT_EQ(CTarsaCommand::Find(L"Stance", true), nullptr);
+    return error_;
+  }
+  const CTarsaObject* AddBox(const wchar_t* name) {
+    CTarsaObjectAttributes attributes;
+    attributes.m_name = name;
+    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}), attributes);
+    EXPECT_TRUE(CTarsaStandIn::NewDocument()->AddObject(object));
+    return object;
+  }
+  static double X(const wchar_t* name) {
+    CTarsaObjectIterator it(*TarsaApp().ObsoleteActiveDoc());
+    for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+      if (object->Attributes().m_name == name) {
+        return ZK_PointGeometry::Cast(object->Geometry())->Points()[0].x;
+      }
+    }
+    return -1;
+  }
+  static void Run(const wchar_t* macro) { CTarsaStandIn::CommandLine().RunScript(macro, 0); }
+
+  std::wstring error_;
+};
+
+TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
+  for (int round = 0; round < 2; ++round) {
+    CTarsaPlugIn* plug_in = Load();
+    ASSERT_NE(plug_in, nullptr);
+    EXPECT_STREQ(plug_in->PlugInName(), L"Stance");
+    EXPECT_TRUE(
+        std::regex_match(plug_in->PlugInVersion(),
+                         std::wregex(L"[A-Z][a-z]{2} [ 123]\\d \\d{4}  \\d\\d:\\d\\d:\\d\\d")));
+    EXPECT_EQ(plug_in->PlugInLoadTime(), 2);
+    EXPECT_FALSE(plug_in->AddToPlugInHelpMenu());
+    ASSERT_EQ(CTarsaPlugInLoader::Commands(*plug_in).size(), 1u);
+    EXPECT_EQ(CTarsaPlugInLoader::Commands(*plug_in)[0], CTarsaCommand::Find(L"Stance", true));
+    const CTarsaPlugInLoader::DeveloperInfo* developer = CTarsaPlugInLoader::Developer(*plug_in);
+    ASSERT_NE(developer, nullptr);
+    EXPECT_EQ(developer->m_update_url, developer->m_website);
+    EXPECT_NE(developer->m_address.find(L"\r\n"), std::wstring::npos);
+    EXPECT_NE(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+    EXPECT_NE(ZK_ClassId::ClassId("CKorvoUserData"), nullptr);
+
+    AddBox(L"door");
+    Run(L"-_Stance _Save \"Closed\" door _Enter _Enter");
+    Run(L"-_Move door _Enter 5,0,0");
+    EXPECT_EQ(X(L"door"), 5);
+    Run(L"-_Stance _Restore \"Closed\" _Enter");
+    EXPECT_EQ(X(L"door"), 0);
+    EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
+
+    CTarsaStandIn::Reset();
+    EXPECT_EQ(CTarsaCommand::Find(L"Stance", true), nullptr);
+    EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+    EXPECT_TRUE(CTarsaStandIn::PlugIns().empty());
+    EXPECT_EQ(ZK_ClassId::ClassId("CKorvoUserData"), nullptr);
+  }
+}
+
+TEST_F(KorvoModuleTest, TheHostAccessInterfaceIsWithdrawnAtUnloadAndAgainAtDestruction) {
+  CTarsaPlugIn* plug_in = Load();
+  ASSERT_NE(plug_in, nullptr);
+  ITsStanceDynamicAccess* access = CTarsaStandIn::StanceDynamicAccess();
+  ASSERT_NE(access, nullptr);
+  CTarsaStandIn::UnloadPlugIn(*plug_in);  // OnUnloadPlugIn; the module stays open
+  EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+  Stance_SetTarsaDynamicAccess(access);  // as if the host still held it
+  CTarsaPlugInLoader::Unload(*plug_in);  // closing the module destroys the plug-in object
+  EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+}
+
+TEST_F(KorvoModuleTest, BrokenModulesAreRefusedWithTheirReasonAndLeaveTheHostAsItWas) {
+  EXPECT_EQ(Refused(BROKEN_MISSING_EXPORT),
+            L"Could not load " BROKEN_MISSING_EXPORT_W L": it has no export "
+            L"TarsaPlugInSdkServiceRelease.");
+  EXPECT_EQ(Refused(BROKEN_WRONG_SDK), L"Could not load " BROKEN_WRONG_SDK_W
+                                       L": TarsaPlugInSdkServiceRelease gives 0x8C005B78; this "
+                                       L"host needs 0x8C005B79.");
+  EXPECT_EQ(Refused(BROKEN_REFUSED_LOAD),
+            L"Could not load " BROKEN_REFUSED_LOAD_W L": its licence has run out.");
+  const std::wstring missing = Refused("/nonexistent/Korvo.tsp");
+  EXPECT_EQ(missing.rfind(L"Could not load /nonexistent/Korvo.tsp: ", 0), 0u) << missing;
+  const std::wstring directory = Refused("/tmp");
+  EXPECT_EQ(directory.rfind(L"Could not load /tmp: ", 0), 0u) << directory;
+}
+
+}  // namespace

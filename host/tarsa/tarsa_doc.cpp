@@ -225,6 +225,12 @@ bool CTarsaDoc::EndUndoRecord(unsigned int undo_record_serial_number) {
   return true;
 }
 
+void CTarsaDoc::ClearUndo() {
+  m_undo_steps.clear();
+  m_redo_steps.clear();
+  m_retired.clear();
+}
+
 bool CTarsaDoc::AddCustomUndoEvent(CTarsaUndoEventHandler* handler, const wchar_t*) {
   std::unique_ptr<CTarsaUndoEventHandler> owned(handler);
   if (!owned || !m_recording || m_undo_active || m_redo_active) return false;

@@ -60,6 +60,8 @@ int CTarsaStandIn::RedoStepCount(const CTarsaDoc& doc) {
   return static_cast<int>(doc.m_redo_steps.size());
 }
 
+void CTarsaStandIn::ClearUndo(CTarsaDoc& doc) { doc.ClearUndo(); }
+
 bool CTarsaStandIn::LoadPlugIn(CTarsaPlugIn& plug_in) {
   std::vector<CTarsaPlugIn*>& plug_ins = TarsaApp().m_plug_ins;
   if (std::find(plug_ins.begin(), plug_ins.end(), &plug_in) != plug_ins.end()) return true;

@@ -40,6 +40,8 @@ class CTarsaStandIn {
   static bool Redo(CTarsaDoc& doc);
   static int UndoStepCount(const CTarsaDoc& doc);
   static int RedoStepCount(const CTarsaDoc& doc);
+  // Forgets the document's undo and redo steps and frees the objects they kept.
+  static void ClearUndo(CTarsaDoc& doc);
 
   // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to
   // the plug-ins the host asks for document data: false (the plug-in not added) when it refused.

@@ -1,0 +1,80 @@
+// Restoring a stance that every object carries, against the host's own work on the same objects.
+#include <benchmark/benchmark.h>
+
+#include "bench/bench_model.h"
+#include "bench/ratio_table.h"
+#include "host/tarsa/standin/tarsa_standin.h"
+#include "operations/dynamic_access.h"
+
+namespace {
+
+constexpr int kStances = 1000;
+constexpr int kEntries = 3;
+
+void Sizes(benchmark::internal::Benchmark* b) {
+  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+}
+
+// Runs `restore` after every object was moved; checks once, untimed, that it put them back.
+template <class Restore>
+void RestoreMoved(benchmark::State& state, Restore&& restore) {
+  BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
+  model.MoveAll();
+  restore(model);
+  if (!model.AtStart()) state.SkipWithError("the restore left the objects where they were");
+  for (auto _ : state) {
+    state.PauseTiming();
+    model.MoveAll();
+    CTarsaStandIn::ClearUndo(model.Doc());
+    state.ResumeTiming();
+    restore(model);
+  }
+}
+
+void BM_RestoreMovedByHostAccess(benchmark::State& state) {
+  CKorvoDynamicAccess access;
+  RestoreMoved(state, [&](BenchModel& model) { access.RestoreStance(model.Doc(), model.All()); });
+}
+BENCHMARK(BM_RestoreMovedByHostAccess)->Apply(Sizes);
+
+void BM_RestoreMovedByCommand(benchmark::State& state) {
+  RestoreMoved(state, [](BenchModel&) {
+    CTarsaStandIn::CommandLine().RunScript(L"-_Stance _Restore \"All\" _Enter", 0);
+  });
+}
+BENCHMARK(BM_RestoreMovedByCommand)->Apply(Sizes);
+
+// The host moving every object once, as a restore of moved objects must.
+void BM_TransformEveryObject(benchmark::State& state) {
+  BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
+  for (auto _ : state) {
+    TransformEveryObject(model.Doc(), ZK_Xform::Translation(1, 0, 0));
+    state.PauseTiming();
+    CTarsaStandIn::ClearUndo(model.Doc());
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(BM_TransformEveryObject)->Apply(Sizes);
+
+void BM_RestoreUnmoved(benchmark::State& state) {
+  BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
+  CKorvoDynamicAccess access;
+  for (auto _ : state) access.RestoreStance(model.Doc(), model.All());
+  if (!model.AtStart()) state.SkipWithError("an unmoved object moved");
+}
+BENCHMARK(BM_RestoreUnmoved)->Apply(Sizes);
+
+void BM_ReadEveryEntry(benchmark::State& state) {
+  BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
+  for (auto _ : state) benchmark::DoNotOptimize(ReadEveryEntry(model.Doc()));
+}
+BENCHMARK(BM_ReadEveryEntry)->Apply(Sizes);
+
+KORVO_RATIO_ROW("Restore, every object moved, host access / host's transform loop",
+                "BM_RestoreMovedByHostAccess", "BM_TransformEveryObject", 1.10);
+KORVO_RATIO_ROW("Restore, every object moved, Stance command / host's transform loop",
+                "BM_RestoreMovedByCommand", "BM_TransformEveryObject", 1.10);
+KORVO_RATIO_ROW("Restore, nothing moved / a visit reading each record", "BM_RestoreUnmoved",
+                "BM_ReadEveryEntry", 1.30);
+
+}  // namespace

@@ -25,7 +25,9 @@ bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
 CKorvoObjectWrapper::CKorvoObjectWrapper(const CTarsaObject* object)
     : m_object(object), m_working_copy(nullptr) {}
 
-CKorvoObjectWrapper::~CKorvoObjectWrapper() { Commit(); }
+CKorvoObjectWrapper::~CKorvoObjectWrapper() {
+  if (m_working_copy) Commit();
+}
 
 CKorvoUserData* CKorvoObjectWrapper::GetRecord() const {
   if (IsLight()) {

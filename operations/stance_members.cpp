@@ -17,8 +17,7 @@ void RestoreStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id) {
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
     if (object->HistoryRecord() != nullptr) continue;
-    CKorvoObjectWrapper wrapper(object);
-    if (wrapper.GetRecord() != nullptr) wrapper.ApplyStance(stance_id);
+    CKorvoObjectWrapper(object).ApplyStance(stance_id);
   }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -59,12 +60,17 @@ class CTarsaApp {
   // A watcher unregistered or disabled during the round is not called after that.
   template <class Notify>
   void NotifyEventWatchers(Notify&& notify) {
-    const std::vector<CTarsaEventWatcher*> round = m_watchers;
+    // Each depth of nested notification keeps its list of watchers, reused from round to round,
+    // so that a notification allocates nothing.
+    if (m_rounds.size() <= m_round_depth) m_rounds.emplace_back();
+    std::vector<CTarsaEventWatcher*>& round = m_rounds[m_round_depth++];
+    round.assign(m_watchers.begin(), m_watchers.end());
     for (CTarsaEventWatcher* watcher : round) {
       const bool still_registered =
           std::find(m_watchers.begin(), m_watchers.end(), watcher) != m_watchers.end();
       if (still_registered && watcher->IsEnabled()) notify(*watcher);
     }
+    --m_round_depth;
   }
 
   // What only the stand-in's controls use (host/tarsa/standin/tarsa_standin.h).
@@ -77,6 +83,8 @@ class CTarsaApp {
   unsigned int m_next_serial_number = 1;
   unsigned int m_active_serial_number = 0;
   std::vector<CTarsaEventWatcher*> m_watchers;
+  std::deque<std::vector<CTarsaEventWatcher*>> m_rounds;  // a deque: references stay valid
+  size_t m_round_depth = 0;
   std::unique_ptr<CTarsaCommandLine> m_command_line;
   std::set<ZK_UUID> m_open_tabs;
   std::vector<CTarsaPlugIn*> m_plug_ins;

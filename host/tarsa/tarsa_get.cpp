@@ -183,7 +183,7 @@ bool CTarsaGetString::TakeText(const CTarsaToken& token) {
 void CTarsaGetObject::EnablePreSelect(bool enable, bool) { m_preselect = enable; }
 
 CTarsaGet::result CTarsaGetObject::GetObjects(int minimum, int maximum) {
-  m_objects.clear();
+  Clear();
   m_minimum = std::max(1, minimum);
   m_maximum = std::max(0, maximum);
   CTarsaDoc* doc = CommandLine().Document();
@@ -194,7 +194,7 @@ CTarsaGet::result CTarsaGetObject::GetObjects(int minimum, int maximum) {
       if (object->IsSelected()) Pick(object);
     }
     if (ObjectCount() >= m_minimum) return m_result = object;
-    m_objects.clear();
+    Clear();
   }
   return Ask();
 }
@@ -209,7 +209,7 @@ bool CTarsaGetObject::TakeEnter() {
     m_result = object;
     return true;
   }
-  m_objects.clear();
+  Clear();
   return CTarsaGet::TakeEnter();
 }
 
@@ -236,7 +236,10 @@ bool CTarsaGetObject::TakeText(const CTarsaToken& token) {
 }
 
 void CTarsaGetObject::Pick(const CTarsaObject* object) {
-  if (std::find(m_objects.begin(), m_objects.end(), object) == m_objects.end()) {
-    m_objects.push_back(object);
-  }
+  if (m_picked_objects.insert(object).second) m_objects.push_back(object);
+}
+
+void CTarsaGetObject::Clear() {
+  m_objects.clear();
+  m_picked_objects.clear();
 }

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "host/tarsa/tarsa_doc.h"
@@ -133,8 +134,12 @@ class CTarsaGetObject : public CTarsaGet {
  private:
   void Pick(const CTarsaObject* object);
 
+  // Empties the answer.
+  void Clear();
+
   bool m_preselect = false;
   int m_minimum = 1;
   int m_maximum = 0;
-  std::vector<const CTarsaObject*> m_objects;
+  std::vector<const CTarsaObject*> m_objects;                // in the order picked
+  std::unordered_set<const CTarsaObject*> m_picked_objects;  // the same, to pick each once
 };

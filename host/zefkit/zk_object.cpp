@@ -14,6 +14,9 @@ std::vector<const ZK_ClassId*>& Registry() {
 
 bool g_fail_userdata_transform = false;
 
+// Changes with every registration and withdrawal, so that a cached base class is known stale.
+unsigned long g_registry_generation = 0;
+
 ZK_Object* CreateNothing() { return nullptr; }
 
 const ZK_ClassId g_object_class("ZK_Object", "", CreateNothing,
@@ -32,6 +35,7 @@ ZK_ClassId::ZK_ClassId(const char* class_name, const char* base_class_name, ZK_O
       m_create(create),
       m_uuid(ZK_UuidFromString(uuid)) {
   Registry().push_back(this);
+  ++g_registry_generation;
 }
 
 ZK_ClassId::~ZK_ClassId() {
@@ -42,6 +46,7 @@ ZK_ClassId::~ZK_ClassId() {
       break;
     }
   }
+  ++g_registry_generation;
 }
 
 const ZK_ClassId* ZK_ClassId::ClassId(const ZK_UUID& uuid) {
@@ -60,7 +65,13 @@ const ZK_ClassId* ZK_ClassId::ClassId(const char* class_name) {
   return nullptr;
 }
 
-const ZK_ClassId* ZK_ClassId::BaseClass() const { return ClassId(m_base_class_name); }
+const ZK_ClassId* ZK_ClassId::BaseClass() const {
+  if (m_base_generation != g_registry_generation) {
+    m_base = ClassId(m_base_class_name);
+    m_base_generation = g_registry_generation;
+  }
+  return m_base;
+}
 
 bool ZK_ClassId::IsDerivedFrom(const ZK_ClassId* other) const {
   if (other == nullptr) return false;

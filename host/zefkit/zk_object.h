@@ -41,6 +41,10 @@ class ZK_ClassId {
   const char* m_base_class_name;
   ZK_Object* (*m_create)();
   ZK_UUID m_uuid;
+  // The base class's registration as last looked up by name, and the registry's state then:
+  // casts walk the bases by pointer without looking names up again.
+  mutable const ZK_ClassId* m_base = nullptr;
+  mutable unsigned long m_base_generation = ~0ul;
 };
 
 class ZK_Object {

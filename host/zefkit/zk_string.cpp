@@ -35,9 +35,11 @@ locale_t CaseLocale() {
 
 // Maps every case variant of a letter to one value: upper then lower, so that final sigma,
 // sigma and capital sigma all meet.
+// ASCII folds without the locale: its tables map every ASCII letter to its lower case.
 wint_t FoldCase(wchar_t c) {
+  if (c >= 0 && c < 0x80) return (c >= L'A' && c <= L'Z') ? c + 32 : c;
   const locale_t locale = CaseLocale();
-  if (locale == nullptr) return (c >= L'A' && c <= L'Z') ? c + 32 : c;
+  if (locale == nullptr) return c;
   return towlower_l(towupper_l(static_cast<wint_t>(c), locale), locale);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 
 #include "host/zefkit/zk_string.h"
 
@@ -39,6 +40,9 @@ struct ZK_UuidHash {
   size_t operator()(const ZK_UUID& uuid) const;
 };
 
-inline bool operator==(const ZK_UUID& a, const ZK_UUID& b) { return ZK_UuidCompare(a, b) == 0; }
-inline bool operator!=(const ZK_UUID& a, const ZK_UUID& b) { return ZK_UuidCompare(a, b) != 0; }
+// Equality looks at all sixteen bytes at once; the order is ZK_UuidCompare's.
+inline bool operator==(const ZK_UUID& a, const ZK_UUID& b) {
+  return std::memcmp(&a, &b, sizeof(ZK_UUID)) == 0;
+}
+inline bool operator!=(const ZK_UUID& a, const ZK_UUID& b) { return !(a == b); }
 inline bool operator<(const ZK_UUID& a, const ZK_UUID& b) { return ZK_UuidCompare(a, b) < 0; }

@@ -1,0 +1,28 @@
+// CObject and CRuntimeClass: the root of the platform class library's classes and the run-time
+// description each class gives of itself (its name, its size and its base), through which the
+// host tells what kind of object it was handed.
+#pragma once
+
+struct CRuntimeClass {
+  const char* m_lpszClassName;
+  int m_nObjectSize;
+  const CRuntimeClass* m_pBaseClass;  // null for CObject
+
+  // True when this class is `base` or derives from it.
+  bool IsDerivedFrom(const CRuntimeClass* base) const {
+    for (const CRuntimeClass* c = this; c; c = c->m_pBaseClass) {
+      if (c == base) return true;
+    }
+    return false;
+  }
+};
+
+class CObject {
+ public:
+  static inline const CRuntimeClass kRuntimeClass = {"CObject", sizeof(void*), nullptr};
+
+  virtual ~CObject() = default;
+  // The description of the object's most derived class that gives one.
+  virtual const CRuntimeClass* GetRuntimeClass() const { return &kRuntimeClass; }
+  bool IsKindOf(const CRuntimeClass* c) const { return GetRuntimeClass()->IsDerivedFrom(c); }
+};

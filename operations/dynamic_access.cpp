@@ -40,14 +40,8 @@ bool CKorvoDynamicAccess::GetStanceName(CTarsaDoc& doc, const ZK_UUID& stance_id
 
 ZK_UUID CKorvoDynamicAccess::SaveStance(CTarsaDoc& doc, const wchar_t* name,
                                         const ZK_SimpleArray<const CTarsaObject*>& objects) {
-  ZK_UUID stance_id;
-  if (!ZK_CreateUuid(stance_id)) return ZK_nil_uuid;
   CKorvoUndoScope scope(doc);
-  CKorvoDocData& table = TableOf(doc);
-  if (table.NameExists(name)) table.RemoveByName(name);
-  table.Add(stance_id, name);
-  AddToStance(stance_id, objects);
-  return stance_id;
+  return SaveNewStance(TableOf(doc), name, objects);
 }
 
 bool CKorvoDynamicAccess::RestoreStance(CTarsaDoc& doc, const ZK_UUID& stance_id) {

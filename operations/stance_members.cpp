@@ -3,6 +3,16 @@
 #include "operations/every_object_iterator.h"
 #include "operations/object_wrapper.h"
 
+ZK_UUID SaveNewStance(CKorvoDocData& table, const wchar_t* name,
+                      const ZK_SimpleArray<const CTarsaObject*>& objects) {
+  ZK_UUID stance_id;
+  if (!ZK_CreateUuid(stance_id)) return ZK_nil_uuid;
+  table.RemoveByName(name);
+  table.Add(stance_id, name);
+  AddToStance(stance_id, objects);
+  return stance_id;
+}
+
 void AddToStance(const ZK_UUID& stance_id, const ZK_SimpleArray<const CTarsaObject*>& objects) {
   for (int i = 0; i < objects.Count(); ++i) {
     CKorvoObjectWrapper wrapper(objects[i]);

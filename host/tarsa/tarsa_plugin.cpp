@@ -44,6 +44,8 @@ void CTarsaPlugIn::AddPagesToOptionsDialog(HWND) {}
 
 void CTarsaPlugIn::AddPagesToDocumentPropertiesDialog(CTarsaDoc&) {}
 
+IUnknown* CTarsaPlugIn::GetScriptObjectInterface(REFIID) { return nullptr; }
+
 CTarsaPlugIn::plugin_type CTarsaUtilityPlugIn::PlugInType() const { return utility_plugin; }
 
 bool CTarsaPlugIn::ShouldWriteDocument(const CTarsaFileWriteOptions&) { return false; }

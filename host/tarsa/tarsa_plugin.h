@@ -8,6 +8,7 @@
 
 #include <string>
 
+#include "host/platform/automation.h"
 #include "host/platform/platform_types.h"
 #include "host/zefkit/zk_uuid.h"
 
@@ -111,6 +112,10 @@ class CTarsaPlugIn {
   // add none.
   virtual void AddPagesToOptionsDialog(HWND parent);
   virtual void AddPagesToDocumentPropertiesDialog(CTarsaDoc& doc);
+  // The interface of that id of the plug-in's script object, through which scripts call the
+  // plug-in, with one reference added for the caller, who releases it. Null when the plug-in
+  // offers none of that id; the base offers none.
+  virtual IUnknown* GetScriptObjectInterface(REFIID iid);
 };
 
 // The base of plug-ins that add commands and tools rather than file formats or renderers.

@@ -18,10 +18,11 @@ const ZK_UUID kPlugInId = {
 
 }  // namespace
 
+// The event watcher is made after the registry and the script object.
 CKorvoPlugIn::CKorvoPlugIn()
-    : m_version(L"" __DATE__ "  " __TIME__),
-      m_event_watcher(new CKorvoEventWatcher()),
-      m_dynamic_access(nullptr) {}
+    : m_version(L"" __DATE__ "  " __TIME__), m_event_watcher(nullptr), m_dynamic_access(nullptr) {
+  m_event_watcher = new CKorvoEventWatcher();
+}
 
 CKorvoPlugIn::~CKorvoPlugIn() {
   RemoveAllDocData();
@@ -102,6 +103,13 @@ bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
     watcher->m_cleanup_requested = true;
   }
   return true;
+}
+
+IUnknown* CKorvoPlugIn::GetScriptObjectInterface(REFIID iid) {
+  if (iid != IID_IUnknown && iid != IID_IDispatch) return nullptr;
+  IUnknown* part = m_script_object.GetInterface(iid);
+  if (part) m_script_object.AddRef();
+  return part;
 }
 
 CKorvoDocData* CKorvoPlugIn::DocData(unsigned int doc_serial_number) {

@@ -1,12 +1,13 @@
 // CKorvoPlugIn: the plug-in object, one static instance per loaded module
 // (plugin/korvo_module.cpp), reached through KorvoPlugIn(). The host asks it for the plug-in's
 // identity and loads and unloads it; the plug-in's own code asks it for the stance table of a
-// document and for the event watcher. It owns the document registry (every stance table), the event
-// watcher and, while the plug-in is loaded, the host access object.
+// document and for the event watcher. It owns the document registry (every stance table), the
+// script object, the event watcher and, while the plug-in is loaded, the host access object.
 #pragma once
 
 #include "data/document_registry.h"
 #include "host/tarsa/tarsa_plugin.h"
+#include "script/script_object.h"
 
 class CKorvoDynamicAccess;
 class CKorvoEventWatcher;
@@ -50,6 +51,10 @@ class CKorvoPlugIn : public CTarsaUtilitySystemPlugIn {
   bool ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
                     const CTarsaFileReadOptions& options) override;
 
+  // The script object's IUnknown or IDispatch, with one reference added for the caller; null for
+  // every other interface id.
+  IUnknown* GetScriptObjectInterface(REFIID iid) override;
+
   // The stance table of the document with that runtime serial number, created empty on the first
   // request; never null. The registry keeps ownership.
   CKorvoDocData* DocData(unsigned int doc_serial_number);
@@ -63,6 +68,7 @@ class CKorvoPlugIn : public CTarsaUtilitySystemPlugIn {
   CKorvoEventWatcher* m_event_watcher;
   CKorvoDocDataMap m_doc_data_map;
   CKorvoDynamicAccess* m_dynamic_access;
+  CKorvoScriptObject m_script_object;
 };
 
 // The one plug-in object; it lives as long as the module (plugin/korvo_module.cpp).

@@ -1,0 +1,206 @@
+#include "script/script_object.h"
+
+#include <iterator>
+
+#include "host/tarsa/tarsa_app.h"
+#include "operations/stance_members.h"
+#include "plugin/korvo_plugin.h"
+#include "script/script_values.h"
+
+namespace {
+
+VARIANT Null() {
+  VARIANT result;
+  VariantInit(&result);
+  result.vt = VT_NULL;
+  return result;
+}
+
+VARIANT Boolean(bool value) {
+  VARIANT result;
+  VariantInit(&result);
+  result.vt = VT_BOOL;
+  result.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+  return result;
+}
+
+// The strings as an array, or Null for none.
+VARIANT ArrayOrNull(const ZK_ClassArray<ZK_wString>& strings) {
+  COleSafeArray array;
+  return StringsToSafeArray(strings, array) ? array.Detach() : Null();
+}
+
+CKorvoDocData& TableOf(CTarsaDoc& doc) { return *KorvoPlugIn().DocData(doc.RuntimeSerialNumber()); }
+
+// The id of the table's stance of that name (ignoring case): false when there is none.
+bool FindStance(CTarsaDoc& doc, const ZK_wString& name, ZK_UUID& id) {
+  const CKorvoDocData::USER_DATA* stance = TableOf(doc).FindByName(name);
+  if (stance == nullptr) return false;
+  id = stance->m_id;
+  return true;
+}
+
+// Whether Stances sorts: unless a number or a boolean says no.
+bool SortFlag(const VARIANT& sort) {
+  if (IsMissing(sort)) return true;
+  const VARIANT* v = FollowReferences(sort);
+  if (v == nullptr) return true;
+  switch (v->vt) {
+    case VT_I2:
+      return v->iVal != 0;
+    case VT_I4:
+      return v->lVal != 0;
+    case VT_R4:
+      return v->fltVal != 0;  // NaN too
+    case VT_R8:
+      return v->dblVal != 0;
+    case VT_BOOL:
+      return v->boolVal != 0;
+    default:
+      return true;
+  }
+}
+
+const DispatchMethod kMethods[] = {
+    DispatchMethodOf<&CKorvoScriptObject::SaveStance>(L"SaveStance", 3),
+    DispatchMethodOf<&CKorvoScriptObject::Stances>(L"Stances", 1),
+    DispatchMethodOf<&CKorvoScriptObject::StanceCount>(L"StanceCount", 2),
+    DispatchMethodOf<&CKorvoScriptObject::RestoreStance>(L"RestoreStance", 4),
+    DispatchMethodOf<&CKorvoScriptObject::DeleteStance>(L"DeleteStance", 5),
+    DispatchMethodOf<&CKorvoScriptObject::RenameStance>(L"RenameStance", 6),
+    DispatchMethodOf<&CKorvoScriptObject::SelectObjectsOfStance>(L"SelectObjectsOfStance", 7),
+    DispatchMethodOf<&CKorvoScriptObject::UpdateStance>(L"UpdateStance", 8),
+    DispatchMethodOf<&CKorvoScriptObject::AppendStance>(L"AppendStance", 9),
+};
+
+const InterfaceMapEntry kInterfaces[] = {
+    {&CKorvoScriptObject::kDispatchInterfaceId, &CCmdTarget::DispatchPart},
+};
+
+}  // namespace
+
+const CRuntimeClass CKorvoScriptObject::kRuntimeClass = {
+    "CKorvoScriptObject", sizeof(CKorvoScriptObject), &CCmdTarget::kRuntimeClass};
+const IID CKorvoScriptObject::kDispatchInterfaceId = {
+    0x9677D424, 0x87F1, 0x4E77, {0xB9, 0xED, 0xF3, 0xC9, 0x54, 0x24, 0x7C, 0x3E}};
+const DispatchMap CKorvoScriptObject::kDispatchMap = {&CCmdTarget::kDispatchMap, kMethods,
+                                                      std::size(kMethods)};
+const InterfaceMap CKorvoScriptObject::kInterfaceMap = {&CCmdTarget::kInterfaceMap, kInterfaces,
+                                                        std::size(kInterfaces)};
+
+CKorvoScriptObject::CKorvoScriptObject() { EnableAutomation(); }
+
+const CRuntimeClass* CKorvoScriptObject::GetRuntimeClass() const { return &kRuntimeClass; }
+
+const DispatchMap* CKorvoScriptObject::GetDispatchMap() const { return &kDispatchMap; }
+
+const InterfaceMap* CKorvoScriptObject::GetInterfaceMap() const { return &kInterfaceMap; }
+
+VARIANT CKorvoScriptObject::SaveStance(const VARIANT& objects, const VARIANT& name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  if (doc == nullptr) return Null();
+  ZK_SimpleArray<const CTarsaObject*> members;
+  if (VariantToObjRefs(objects, members) == 0) return Null();
+  ZK_wString text;
+  if (!VariantToString(name, text) || text.IsEmpty()) return Null();
+  if (ZK_UuidIsNil(SaveNewStance(TableOf(*doc), text, members))) return Null();
+  return Boolean(true);
+}
+
+VARIANT CKorvoScriptObject::Stances(const VARIANT& sort) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  if (doc == nullptr) return Null();
+  CKorvoDocData& table = TableOf(*doc);
+  ZK_SimpleArray<const ZK_wString*> names;
+  for (const auto* entry = table.FirstEntry(); entry; entry = table.NextEntry()) {
+    names.Append(&entry->m_name);
+  }
+  if (SortFlag(sort) && names.Count() >= 2) {
+    ZK_qsort(names.Array(), names.Count(), sizeof(names[0]), CompareNamesNoCase);
+  }
+  ZK_ClassArray<ZK_wString> texts;
+  for (int i = 0; i < names.Count(); ++i) texts.Append(*names[i]);
+  return ArrayOrNull(texts);
+}
+
+VARIANT CKorvoScriptObject::StanceCount() {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  if (doc == nullptr) return Null();
+  VARIANT result;
+  VariantInit(&result);
+  result.vt = VT_I4;
+  result.lVal = TableOf(*doc).Count();
+  return result;
+}
+
+VARIANT CKorvoScriptObject::RestoreStance(const VARIANT& name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  ZK_wString text;
+  if (doc == nullptr || !VariantToString(name, text)) return Null();
+  ZK_UUID stance_id;
+  if (!FindStance(*doc, text, stance_id)) return Boolean(false);
+  RestoreStanceMembers(*doc, stance_id);
+  doc->Regen();
+  return Boolean(true);
+}
+
+VARIANT CKorvoScriptObject::DeleteStance(const VARIANT& name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  ZK_wString text;
+  if (doc == nullptr || !VariantToString(name, text)) return Null();
+  return Boolean(TableOf(*doc).RemoveByName(text));
+}
+
+VARIANT CKorvoScriptObject::RenameStance(const VARIANT& old_name, const VARIANT& new_name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  ZK_wString old_text;
+  ZK_wString new_text;
+  if (doc == nullptr || !VariantToString(old_name, old_text) ||
+      !VariantToString(new_name, new_text)) {
+    return Null();
+  }
+  return Boolean(TableOf(*doc).Rename(old_text, new_text) == 1);
+}
+
+VARIANT CKorvoScriptObject::SelectObjectsOfStance(const VARIANT& name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  ZK_wString text;
+  if (doc == nullptr || !VariantToString(name, text)) return Null();
+  ZK_UUID stance_id;
+  if (!FindStance(*doc, text, stance_id)) return Null();
+  doc->UnselectAll(false);
+  ZK_SimpleArray<const CTarsaObject*> members;
+  CollectStanceMembers(*doc, stance_id, members);
+  ZK_ClassArray<ZK_wString> ids;
+  for (int i = 0; i < members.Count(); ++i) {
+    ids.Append(ZK_UuidToString(members[i]->ModelObjectId()));
+    members[i]->Select(true, true, true, false);
+  }
+  doc->Regen();
+  return ArrayOrNull(ids);
+}
+
+VARIANT CKorvoScriptObject::UpdateStance(const VARIANT& name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  ZK_wString text;
+  if (doc == nullptr || !VariantToString(name, text)) return Null();
+  ZK_UUID stance_id;
+  if (!FindStance(*doc, text, stance_id)) return Boolean(false);
+  UpdateStanceMembers(*doc, stance_id);
+  doc->Regen();
+  return Boolean(true);
+}
+
+VARIANT CKorvoScriptObject::AppendStance(const VARIANT& objects, const VARIANT& name) {
+  CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
+  if (doc == nullptr) return Null();
+  ZK_wString text;
+  if (!VariantToString(name, text)) return Null();
+  ZK_SimpleArray<const CTarsaObject*> members;
+  if (VariantToObjRefs(objects, members) == 0) return Null();
+  ZK_UUID stance_id;
+  if (!FindStance(*doc, text, stance_id)) return Boolean(false);
+  AddToStance(stance_id, members);
+  doc->Regen();
+  return Boolean(true);
+}

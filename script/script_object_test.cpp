@@ -1,0 +1,399 @@
+#include "script/script_object.h"
+
+#include <cmath>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "host/zefkit/standin/zk_testing.h"
+#include "testing/stance_document_test.h"
+
+namespace {
+
+const ZK_Xform kShift = ZK_Xform::Translation(7, -3, 2);
+const ZK_Xform kTurn = ZK_Xform::Rotation(0.9, {1, 1, 0}, {2, -1, 5});
+
+// Scenarios of a script that drives the plug-in: values made as a script engine makes them, and
+// calls by name through the script object's IDispatch, which the host asked the plug-in for.
+class ScriptObjectTest : public StanceDocumentTest {
+ protected:
+  void TearDown() override {
+    for (VARIANT& value : values_) VariantClear(&value);
+    StanceDocumentTest::TearDown();
+  }
+
+  // Calls a method by name, arguments first to last; the fixture owns the result.
+  const VARIANT& Call(const wchar_t* method, std::vector<VARIANT> arguments = {}) {
+    auto* dispatch = static_cast<IDispatch*>(KorvoPlugIn().GetScriptObjectInterface(IID_IDispatch));
+    std::wstring name = method;
+    LPOLESTR names[] = {name.data()};
+    DISPID id = DISPID_UNKNOWN;
+    EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id), S_OK) << name;
+    std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+    DISPPARAMS params = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    VARIANT& result = NewValue(VT_EMPTY);
+    EXPECT_EQ(
+        dispatch->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &params, &result, nullptr, nullptr),
+        S_OK);
+    EXPECT_EQ(dispatch->Release(), 1u);
+    return result;
+  }
+
+  // Values a script passes, owned by the fixture; a reference points at another of them.
+  VARIANT& NewValue(VARTYPE type) {
+    VARIANT& value = values_.emplace_back();
+    VariantInit(&value);
+    value.vt = type;
+    return value;
+  }
+  VARIANT& Text(const std::wstring& text) {
+    VARIANT& value = NewValue(VT_BSTR);
+    value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    return value;
+  }
+  VARIANT& I2(SHORT number) {
+    VARIANT& value = NewValue(VT_I2);
+    value.iVal = number;
+    return value;
+  }
+  VARIANT& I4(LONG number) {
+    VARIANT& value = NewValue(VT_I4);
+    value.lVal = number;
+    return value;
+  }
+  VARIANT& R4(FLOAT number) {
+    VARIANT& value = NewValue(VT_R4);
+    value.fltVal = number;
+    return value;
+  }
+  VARIANT& R8(DOUBLE number) {
+    VARIANT& value = NewValue(VT_R8);
+    value.dblVal = number;
+    return value;
+  }
+  VARIANT& Bool(VARIANT_BOOL flag) {
+    VARIANT& value = NewValue(VT_BOOL);
+    value.boolVal = flag;
+    return value;
+  }
+  VARIANT& Missing() {
+    VARIANT& value = NewValue(VT_ERROR);
+    value.scode = DISP_E_PARAMNOTFOUND;
+    return value;
+  }
+  VARIANT& Ref(VARIANT& target) {
+    VARIANT& value = NewValue(VT_BYREF | VT_VARIANT);
+    value.pvarVal = &target;
+    return value;
+  }
+  // A one-dimensional array of strings (VT_BSTR) or of variants holding them (VT_VARIANT).
+  VARIANT& Array(VARTYPE type, LONG lower_bound, const std::vector<std::wstring>& texts) {
+    const SAFEARRAYBOUND bound = {static_cast<ULONG>(texts.size()), lower_bound};
+    VARIANT& value = NewValue(VT_ARRAY | type);
+    value.parray = SafeArrayCreate(type, 1, &bound);
+    for (LONG i = 0; i < static_cast<LONG>(texts.size()); ++i) {
+      const LONG index = lower_bound + i;
+      const VARIANT& element = Text(texts[i]);
+      const void* put = type == VT_VARIANT ? static_cast<const void*>(&element) : &element.bstrVal;
+      EXPECT_EQ(SafeArrayPutElement(value.parray, &index, put), S_OK);
+    }
+    return value;
+  }
+  VARIANT& Ids(const std::vector<ZK_UUID>& ids) {
+    std::vector<std::wstring> texts;
+    for (const ZK_UUID& id : ids) texts.push_back(ZK_UuidToString(id).Text());
+    return Array(VT_VARIANT, 0, texts);
+  }
+
+  // What scripts get back.
+  static bool IsNull(const VARIANT& v) { return v.vt == VT_NULL; }
+  static bool IsTrue(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_TRUE; }
+  static bool IsFalse(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_FALSE; }
+  // An array result's texts; every element must be a string in a zero-based, 1-D array.
+  static std::vector<std::wstring> Texts(const VARIANT& v) {
+    std::vector<std::wstring> texts;
+    EXPECT_EQ(v.vt, VT_ARRAY | VT_VARIANT);
+    if (v.vt != (VT_ARRAY | VT_VARIANT)) return texts;
+    LONG lower = -1, upper = -1;
+    EXPECT_EQ(SafeArrayGetDim(v.parray), 1u);
+    SafeArrayGetLBound(v.parray, 1, &lower);
+    SafeArrayGetUBound(v.parray, 1, &upper);
+    EXPECT_EQ(lower, 0);
+    for (LONG i = lower; i <= upper; ++i) {
+      VARIANT element;
+      SafeArrayGetElement(v.parray, &i, &element);
+      EXPECT_EQ(element.vt, VT_BSTR);
+      if (element.vt == VT_BSTR) texts.emplace_back(element.bstrVal, SysStringLen(element.bstrVal));
+      VariantClear(&element);
+    }
+    return texts;
+  }
+  static std::wstring IdText(const ZK_UUID& id) { return ZK_UuidToString(id).Text(); }
+
+  std::vector<std::wstring> Names() const {
+    std::vector<std::wstring> names;
+    for (int i = 0; i < Table().Count(); ++i) names.push_back(Table().m_entries[i]->m_name.Text());
+    return names;
+  }
+  ZK_UUID StanceId(const wchar_t* name) const {
+    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
+    return stance ? stance->m_id : ZK_nil_uuid;
+  }
+  bool InStance(const ZK_UUID& object, const wchar_t* name) const {
+    const CKorvoUserData* record = RecordOf(object);
+    return record && record->HasEntry(StanceId(name));
+  }
+  // A stance that no object carries, as a script finds it after its objects went.
+  void AddStanceWithoutObjects(const wchar_t* name) {
+    ZK_UUID id;
+    ASSERT_TRUE(ZK_CreateUuid(id));
+    ASSERT_EQ(Table().Add(id, name), 1);
+  }
+  ZK_UUID AddWithHistory() {
+    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}));
+    object->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
+    EXPECT_TRUE(doc_->AddObject(object));
+    return object->ModelObjectId();
+  }
+
+  std::deque<VARIANT> values_;
+};
+
+TEST_F(ScriptObjectTest, HostGetsIUnknownAndIDispatchOnlyAndReferencesBalance) {
+  CTarsaPlugIn& plug_in = KorvoPlugIn();
+  IUnknown* unknown = plug_in.GetScriptObjectInterface(IID_IUnknown);
+  IUnknown* dispatch = plug_in.GetScriptObjectInterface(IID_IDispatch);
+  ASSERT_NE(unknown, nullptr);
+  EXPECT_EQ(dispatch, unknown);
+  void* by_id = nullptr;
+  EXPECT_EQ(unknown->QueryInterface(CKorvoScriptObject::kDispatchInterfaceId, &by_id), S_OK);
+  EXPECT_EQ(by_id, dispatch);
+  EXPECT_EQ(plug_in.GetScriptObjectInterface(CKorvoScriptObject::kDispatchInterfaceId), nullptr);
+  EXPECT_EQ(plug_in.GetScriptObjectInterface(IID_NULL), nullptr);
+  EXPECT_EQ(unknown->Release(), 3u);
+  EXPECT_EQ(dispatch->Release(), 2u);
+  EXPECT_EQ(static_cast<IUnknown*>(by_id)->Release(), 1u);  // the plug-in's own reference stays
+}
+
+TEST_F(ScriptObjectTest, SavesCountsRenamesAndDeletesWithoutAnUndoStepOfItsOwn) {
+  const ZK_UUID box = AddBox(), point = Add(new ZK_Point({1, 1, 1}));
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
+  const VARIANT& none = Call(L"StanceCount");
+  EXPECT_EQ(none.vt, VT_I4);
+  EXPECT_EQ(none.lVal, 0);
+  EXPECT_TRUE(IsNull(Call(L"Stances", {Missing()})));  // never an empty array
+
+  EXPECT_TRUE(IsTrue(Call(L"SaveStance", {Text(IdText(box)), Text(L"Front")})));
+  EXPECT_TRUE(InStance(box, L"Front"));
+  EXPECT_EQ(TakeStanceChanges(), 1);
+  const ZK_UUID first = StanceId(L"Front");
+  EXPECT_TRUE(IsTrue(Call(L"savestance", {Text(IdText(point)), Text(L"FRONT")})));
+  EXPECT_EQ(Names(), std::vector<std::wstring>{L"FRONT"});
+  EXPECT_NE(StanceId(L"Front"), first);
+  EXPECT_TRUE(InStance(point, L"Front"));
+  EXPECT_FALSE(InStance(box, L"Front"));
+  EXPECT_TRUE(RecordOf(box)->HasEntry(first));  // kept until records are cleaned
+  EXPECT_EQ(Call(L"StanceCount").lVal, 1);
+  TakeStanceChanges();
+
+  EXPECT_TRUE(IsTrue(Call(L"RenameStance", {Text(L"front"), Text(L"Side")})));
+  EXPECT_TRUE(IsFalse(Call(L"RenameStance", {Text(L"Side"), Text(L"SIDE")})));
+  EXPECT_TRUE(IsFalse(Call(L"RenameStance", {Text(L"Top"), Text(L"Back")})));
+  EXPECT_TRUE(IsFalse(Call(L"RenameStance", {Text(L"Side"), Text(L"")})));
+  EXPECT_TRUE(IsNull(Call(L"RenameStance", {Text(L"Side")})));
+  EXPECT_TRUE(IsTrue(Call(L"DeleteStance", {Text(L"side")})));
+  EXPECT_TRUE(IsFalse(Call(L"DeleteStance", {Text(L"side")})));
+  EXPECT_TRUE(IsNull(Call(L"DeleteStance", {Missing()})));
+  EXPECT_EQ(TakeStanceChanges(), 2);
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
+  EXPECT_EQ(Call(L"StanceCount").lVal, 0);
+}
+
+TEST_F(ScriptObjectTest, SaveRefusesEveryUnusableArgumentAndChangesNothing) {
+  const ZK_UUID box = AddBox();
+  Save(L"Front", {box});
+  CTarsaDoc* other = CTarsaStandIn::NewDocument();
+  auto* elsewhere = new CTarsaObject(new ZK_Point({0, 0, 0}));
+  other->AddObject(elsewhere);
+  CTarsaStandIn::SetActiveDocument(serial_);
+  TakeStanceChanges();
+
+  const std::vector<std::vector<VARIANT>> refused = {
+      {Text(IdText(box)), Text(L"")},
+      {Text(IdText(box)), Missing()},
+      {Missing(), Text(L"Back")},
+      {I4(1), Text(L"Back")},
+      {Text(IdText(elsewhere->ModelObjectId())), Text(L"Back")},
+      {Ids({ZK_nil_uuid, elsewhere->ModelObjectId()}), Text(L"Back")},
+      {Text(L"  not an id "), Text(L"Back")},
+  };
+  for (size_t i = 0; i < refused.size(); ++i) {
+    EXPECT_TRUE(IsNull(Call(L"SaveStance", refused[i]))) << "case " << i;
+  }
+  {
+    ZK_TestFailCreateUuid fail;
+    EXPECT_TRUE(IsNull(Call(L"SaveStance", {Text(IdText(box)), Text(L"Front")})));
+  }
+  EXPECT_EQ(Names(), std::vector<std::wstring>{L"Front"});
+  EXPECT_EQ(TakeStanceChanges(), 0);
+}
+
+// Every kind of name a script can pass, each turned into the text it names.
+TEST_F(ScriptObjectTest, NamesAreNumbersBooleansAndTextsFollowedThroughReferences) {
+  const ZK_UUID box = AddBox();
+  for (const wchar_t* name : {L"5", L"-3", L"1.5", L"1.500000", L"True", L"False", L"Plain"}) {
+    Save(name, {box});
+  }
+  const std::vector<std::pair<VARIANT, const wchar_t*>> names = {
+      {I4(5), L"5"},
+      {I2(-3), L"-3"},
+      {R8(1.5), L"1.5"},
+      {R4(1.5f), L"1.500000"},
+      {Bool(-1), L"True"},
+      {Bool(1), L"False"},
+      {Ref(Ref(Text(L"plain"))), L"Plain"}};
+  for (const auto& [value, name] : names) {
+    EXPECT_TRUE(IsTrue(Call(L"DeleteStance", {value}))) << name;
+    EXPECT_FALSE(Table().NameExists(name)) << name;
+  }
+  TakeStanceChanges();
+
+  Save(L"0", {box});
+  VARIANT& cycle = NewValue(VT_BYREF | VT_VARIANT);
+  cycle.pvarVal = &cycle;
+  VARIANT& null_reference = NewValue(VT_BYREF | VT_VARIANT);
+  VARIANT& by_reference_number = NewValue(VT_BYREF | VT_I4);
+  by_reference_number.byref = &NewValue(VT_I4).lVal;
+  for (VARTYPE type : {VT_EMPTY, VT_NULL, VT_CY, VT_DATE, VT_DISPATCH, VT_ERROR}) {
+    EXPECT_TRUE(IsNull(Call(L"RestoreStance", {NewValue(type)}))) << type;
+  }
+  for (const VARIANT& value : {cycle, null_reference, by_reference_number, Ids({box}), Missing()}) {
+    EXPECT_TRUE(IsNull(Call(L"RestoreStance", {value}))) << value.vt;
+  }
+  EXPECT_EQ(Names(), std::vector<std::wstring>{L"0"});
+}
+
+TEST_F(ScriptObjectTest, ObjectArraysOfStringsOrVariantsAnyLowerBoundGiveTheObjectsTheyName) {
+  const ZK_UUID a = AddBox(), b = AddBox(), c = AddLight(), d = AddBox();
+  const VARIANT& variants = Array(VT_VARIANT, 3,
+                                  {L" \t" + IdText(a) + L" ", L"{" + IdText(b) + L"}",
+                                   IdText(ZK_nil_uuid), L"nonsense", L"", IdText(a)});
+  EXPECT_TRUE(IsTrue(Call(L"SaveStance", {variants, Text(L"Front")})));
+  EXPECT_EQ(RecordOf(a)->m_entries.GetSize(), 1);
+  EXPECT_TRUE(InStance(b, L"Front"));
+  EXPECT_FALSE(InStance(c, L"Front"));
+
+  VARIANT& strings = Array(VT_BSTR, -1, {L"", IdText(c), L"12"});
+  VARIANT& by_reference = NewValue(VT_BYREF | VT_ARRAY | VT_BSTR);
+  by_reference.pparray = &strings.parray;
+  EXPECT_TRUE(IsTrue(Call(L"AppendStance", {Ref(by_reference), Text(L"front")})));
+  EXPECT_TRUE(InStance(c, L"Front"));
+
+  // Arrays that hold no ids: of numbers, of two dimensions, of nothing.
+  const SAFEARRAYBOUND numbers_bound = {1, 0};
+  VARIANT& numbers = NewValue(VT_ARRAY | VT_I4);
+  numbers.parray = SafeArrayCreate(VT_I4, 1, &numbers_bound);
+  const SAFEARRAYBOUND grid_bounds[] = {{1, 0}, {1, 0}};
+  VARIANT& grid = NewValue(VT_ARRAY | VT_VARIANT);
+  grid.parray = SafeArrayCreate(VT_VARIANT, 2, grid_bounds);
+  const LONG origin[] = {0, 0};
+  const VARIANT& id_of_d = Text(IdText(d));
+  SafeArrayPutElement(grid.parray, origin, &id_of_d);
+  for (const VARIANT& objects : {numbers, grid, Array(VT_VARIANT, 0, {})}) {
+    EXPECT_TRUE(IsNull(Call(L"AppendStance", {objects, Text(L"Front")}))) << objects.vt;
+  }
+  EXPECT_FALSE(InStance(d, L"Front"));
+}
+
+TEST_F(ScriptObjectTest, StancesSortsUnlessANumberOrBooleanSaysNo) {
+  const ZK_UUID box = AddBox();
+  for (const wchar_t* name : {L"beta", L"Alpha", L"gamma"}) Save(name, {box});
+  const std::vector<std::wstring> sorted = {L"Alpha", L"beta", L"gamma"};
+  const std::vector<std::wstring> table_order = {L"beta", L"Alpha", L"gamma"};
+  for (const VARIANT& sort : {Missing(), Text(L"False"), R8(std::nan("")), I4(-2), Bool(1)}) {
+    EXPECT_EQ(Texts(Call(L"Stances", {sort})), sorted) << sort.vt;
+  }
+  for (const VARIANT& sort : {Bool(VARIANT_FALSE), I2(0), I4(0), R4(0), Ref(R8(-0.0))}) {
+    EXPECT_EQ(Texts(Call(L"Stances", {sort})), table_order) << sort.vt;
+  }
+  EXPECT_EQ(Texts(Call(L"Stances")), sorted);  // left off the end
+}
+
+TEST_F(ScriptObjectTest, RestoreUpdateAndAppendWorkOnTheStancesObjects) {
+  const ZK_UUID box = AddBox(), point = Add(new ZK_Point({2, 2, 2})), built = AddWithHistory();
+  const auto saved = Placement(box);
+  EXPECT_TRUE(IsTrue(Call(L"SaveStance", {Ids({box, built}), Text(L"Front")})));
+  Move(box, kShift);
+  const int regens = CTarsaStandIn::RegenCount(*doc_);
+  EXPECT_TRUE(IsTrue(Call(L"RestoreStance", {Text(L"front")})));
+  ExpectNear(Placement(box), saved);
+  EXPECT_EQ(CTarsaStandIn::RegenCount(*doc_), regens + 1);
+  EXPECT_TRUE(IsFalse(Call(L"RestoreStance", {Text(L"Back")})));
+
+  Move(box, kTurn);
+  const auto updated = Placement(box);
+  EXPECT_TRUE(IsTrue(Call(L"UpdateStance", {Text(L"FRONT")})));
+  EXPECT_TRUE(IsFalse(Call(L"UpdateStance", {Text(L"Back")})));
+  EXPECT_TRUE(IsTrue(Call(L"AppendStance", {Ids({point, box}), Text(L"Front")})));
+  const auto appended = Placement(point);
+  EXPECT_TRUE(IsFalse(Call(L"AppendStance", {Ids({point}), Text(L"Back")})));
+  EXPECT_TRUE(IsNull(Call(L"AppendStance", {Ids({point}), Missing()})));
+  EXPECT_TRUE(IsNull(Call(L"AppendStance", {Ids({ZK_nil_uuid}), Text(L"Front")})));
+
+  Move(box, kShift);
+  Move(point, kShift);
+  Move(built, kShift);  // the moved copy loses its history: give it back
+  auto* rebuilt = Object(built)->Duplicate();
+  rebuilt->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
+  doc_->ReplaceObject(CTarsaObjRef(Object(built)), rebuilt);
+  const auto built_moved = Placement(built);
+  EXPECT_TRUE(IsTrue(Call(L"RestoreStance", {Text(L"Front")})));
+  ExpectNear(Placement(box), updated);
+  ExpectNear(Placement(point), appended);
+  ExpectNear(Placement(built), built_moved);
+
+  AddStanceWithoutObjects(L"Orphan");
+  EXPECT_TRUE(IsTrue(Call(L"RestoreStance", {Text(L"Orphan")})));
+}
+
+TEST_F(ScriptObjectTest, SelectObjectsOfStanceSelectsExactlyItsObjects) {
+  const ZK_UUID outsider = AddBox(), box = AddBox(), built = AddWithHistory();
+  const ZK_UUID hidden = AddBox(TarsaObjectMode::hidden);
+  Save(L"Front", {box, hidden, built});
+  Object(outsider)->Select();
+  EXPECT_TRUE(IsNull(Call(L"SelectObjectsOfStance", {Text(L"Back")})));
+  EXPECT_TRUE(Object(outsider)->IsSelected());
+
+  EXPECT_EQ(Texts(Call(L"SelectObjectsOfStance", {Text(L"front")})),
+            (std::vector<std::wstring>{IdText(box), IdText(built), IdText(hidden)}));
+  EXPECT_FALSE(Object(outsider)->IsSelected());
+  EXPECT_TRUE(Object(box)->IsSelected());
+  EXPECT_TRUE(Object(built)->IsSelected());
+
+  AddStanceWithoutObjects(L"Empty");
+  EXPECT_TRUE(IsNull(Call(L"SelectObjectsOfStance", {Text(L"Empty")})));
+  EXPECT_FALSE(Object(box)->IsSelected());  // cleared all the same
+}
+
+TEST_F(ScriptObjectTest, EveryMethodAnswersNullWithoutAnActiveDocument) {
+  const ZK_UUID box = AddBox();
+  Save(L"Front", {box});
+  const VARIANT& id = Text(IdText(box));
+  ASSERT_TRUE(CTarsaStandIn::CloseDocument(serial_));
+  const std::vector<std::pair<const wchar_t*, std::vector<VARIANT>>> calls = {
+      {L"SaveStance", {id, Text(L"Back")}},
+      {L"Stances", {Missing()}},
+      {L"StanceCount", {}},
+      {L"RestoreStance", {Text(L"Front")}},
+      {L"DeleteStance", {Text(L"Front")}},
+      {L"RenameStance", {Text(L"Front"), Text(L"Back")}},
+      {L"SelectObjectsOfStance", {Text(L"Front")}},
+      {L"UpdateStance", {Text(L"Front")}},
+      {L"AppendStance", {id, Text(L"Front")}},
+  };
+  for (const auto& [method, arguments] : calls) {
+    EXPECT_TRUE(IsNull(Call(method, arguments))) << method;
+  }
+}
+
+}  // namespace

@@ -19,10 +19,12 @@ struct CRuntimeClass {
 
 class CObject {
  public:
-  static inline const CRuntimeClass kRuntimeClass = {"CObject", sizeof(void*), nullptr};
+  static const CRuntimeClass kRuntimeClass;
 
   virtual ~CObject() = default;
   // The description of the object's most derived class that gives one.
   virtual const CRuntimeClass* GetRuntimeClass() const { return &kRuntimeClass; }
   bool IsKindOf(const CRuntimeClass* c) const { return GetRuntimeClass()->IsDerivedFrom(c); }
 };
+
+inline const CRuntimeClass CObject::kRuntimeClass = {"CObject", sizeof(CObject), nullptr};

@@ -170,6 +170,22 @@ TEST_F(ScriptObjectTest, HostGetsIUnknownAndIDispatchOnlyAndReferencesBalance) {
   EXPECT_EQ(by_id, dispatch);
   EXPECT_EQ(plug_in.GetScriptObjectInterface(CKorvoScriptObject::kDispatchInterfaceId), nullptr);
   EXPECT_EQ(plug_in.GetScriptObjectInterface(IID_NULL), nullptr);
+  // Scripts may keep DISPIDs from an earlier session: they never change.
+  const std::vector<std::pair<std::wstring, DISPID>> dispids = {{L"SaveStance", 3},
+                                                                {L"Stances", 1},
+                                                                {L"StanceCount", 2},
+                                                                {L"RestoreStance", 4},
+                                                                {L"DeleteStance", 5},
+                                                                {L"RenameStance", 6},
+                                                                {L"SelectObjectsOfStance", 7},
+                                                                {L"UpdateStance", 8},
+                                                                {L"AppendStance", 9}};
+  for (auto [name, expected] : dispids) {
+    LPOLESTR names[] = {name.data()};
+    DISPID id = DISPID_UNKNOWN;
+    EXPECT_EQ(static_cast<IDispatch*>(dispatch)->GetIDsOfNames(IID_NULL, names, 1, 0, &id), S_OK);
+    EXPECT_EQ(id, expected) << name;
+  }
   EXPECT_EQ(unknown->Release(), 3u);
   EXPECT_EQ(dispatch->Release(), 2u);
   EXPECT_EQ(static_cast<IUnknown*>(by_id)->Release(), 1u);  // the plug-in's own reference stays

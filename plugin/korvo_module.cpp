@@ -5,6 +5,7 @@
 #include "command/stance_command.h"
 #include "data/placement_record.h"
 #include "host/tarsa/tarsa_plugin.h"
+#include "plugin/korvo_app.h"
 #include "plugin/korvo_export.h"
 #include "plugin/korvo_plugin.h"
 
@@ -21,6 +22,7 @@ const ZK_ClassId CKorvoUserData::m_record_class("CKorvoUserData", "ZK_UserData",
 namespace {
 
 CCommandKorvo theStanceCommand;
+CKorvoApp theApp;
 
 }  // namespace
 

@@ -5,6 +5,7 @@
 #include <regex>
 #include <string>
 
+#include "host/platform/automation.h"
 #include "host/tarsa/standin/tarsa_plugin_loader.h"
 #include "host/tarsa/tarsa_command.h"
 #include "host/tarsa/tarsa_plugin.h"
@@ -46,6 +47,24 @@ class KorvoModuleTest : public HostSessionTest {
     return -1;
   }
   static void Run(const wchar_t* macro) { CTarsaStandIn::CommandLine().RunScript(macro, 0); }
+  // What the plug-in's script object answers to StanceCount, called late-bound as a script
+  // engine calls it; the interface is released again.
+  static long ScriptedStanceCount(CTarsaPlugIn& plug_in) {
+    auto* dispatch = static_cast<IDispatch*>(plug_in.GetScriptObjectInterface(IID_IDispatch));
+    if (dispatch == nullptr) return -1;
+    wchar_t name[] = L"stancecount";
+    LPOLESTR names[] = {name};
+    DISPID id = DISPID_UNKNOWN;
+    DISPPARAMS none = {nullptr, nullptr, 0, 0};
+    VARIANT result;
+    VariantInit(&result);
+    dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id);
+    dispatch->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, &result, nullptr, nullptr);
+    dispatch->Release();
+    const long count = result.vt == VT_I4 ? result.lVal : -1;
+    VariantClear(&result);
+    return count;
+  }
 
   std::wstring error_;
 };
@@ -76,6 +95,8 @@ TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
     Run(L"-_Stance _Restore \"Closed\" _Enter");
     EXPECT_EQ(X(L"door"), 0);
     EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
+    EXPECT_EQ(ScriptedStanceCount(*plug_in), 1);
+    EXPECT_EQ(plug_in->GetScriptObjectInterface(IID_NULL), nullptr);
 
     CTarsaStandIn::Reset();
     EXPECT_EQ(CTarsaCommand::Find(L"Stance", true), nullptr);

@@ -14,6 +14,9 @@ typedef std::uint32_t ULONG;
 typedef std::int64_t LONGLONG;
 typedef unsigned int UINT;
 typedef unsigned char BYTE;
+typedef int BOOL;
+constexpr BOOL TRUE = 1;
+constexpr BOOL FALSE = 0;
 typedef float FLOAT;
 typedef double DOUBLE;
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "host/platform/win_app.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_command.h"
 #include "host/tarsa/tarsa_plugin.h"
@@ -17,6 +18,8 @@ struct Module {
   void* m_handle = nullptr;
   std::vector<CTarsaPlugIn*> m_plug_ins;  // made while the module opened
   std::vector<CTarsaCommand*> m_commands;
+  std::vector<CWinApp*> m_apps;  // the class library's applications, started once checked
+  bool m_apps_started = false;
   CTarsaPlugInLoader::DeveloperInfo m_developer;
 };
 
@@ -38,8 +41,20 @@ Module* ModuleOf(const CTarsaPlugIn& plug_in) {
 
 std::wstring Wide(const std::string& text) { return ZK_wString::FromUtf8(text).Text(); }
 
-// Closes a module that is not, or no longer, loaded; its static objects are destroyed.
+// Starts the module's applications: false when one refused.
+bool StartApps(Module& module) {
+  module.m_apps_started = true;
+  for (CWinApp* app : module.m_apps) {
+    if (!app->InitInstance()) return false;
+  }
+  return true;
+}
+
+// Ends the module's applications, then closes the module; its static objects are destroyed.
 void Close(Module& module) {
+  if (module.m_apps_started) {
+    for (CWinApp* app : module.m_apps) app->ExitInstance();
+  }
   if (module.m_handle) dlclose(module.m_handle);
   module.m_handle = nullptr;
 }
@@ -89,6 +104,7 @@ CTarsaPlugIn* CTarsaPlugInLoader::Load(const std::string& path, std::wstring& er
   g_opening = module.get();
   module->m_handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   g_opening = nullptr;
+  module->m_apps = AfxTakeNewApps();
   const auto refuse = [&](const std::wstring& reason) -> CTarsaPlugIn* {
     Close(*module);
     error = L"Could not load " + Wide(path) + L": " + reason + L".";
@@ -100,6 +116,7 @@ CTarsaPlugIn* CTarsaPlugInLoader::Load(const std::string& path, std::wstring& er
   }
   const std::wstring reason = Check(*module);
   if (!reason.empty()) return refuse(reason);
+  if (!StartApps(*module)) return refuse(L"its application did not start");
   CTarsaPlugIn* plug_in = module->m_plug_ins.front();
   for (CTarsaCommand* command : module->m_commands) command->m_plug_in = plug_in;
   if (!CTarsaStandIn::LoadPlugIn(*plug_in)) {

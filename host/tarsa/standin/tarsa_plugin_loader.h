@@ -1,9 +1,10 @@
 // CTarsaPlugInLoader: how the host loads a plug-in module, a shared library file such as
 // Korvo.tsp, at run time. Opening the module builds its static objects: the plug-in object and its
-// command objects, which the loader attaches to the plug-in being loaded. The loader then checks
-// the module's exports, reads the developer information, and loads the plug-in through
-// CTarsaStandIn::LoadPlugIn (OnLoadPlugIn). Unloading calls OnUnloadPlugIn and closes the module,
-// which destroys its static objects in reverse order.
+// command objects, which the loader attaches to the plug-in being loaded, and the class library's
+// application object. The loader then checks the module's exports, reads the developer
+// information, starts the application (InitInstance) and loads the plug-in through
+// CTarsaStandIn::LoadPlugIn (OnLoadPlugIn). Unloading calls OnUnloadPlugIn, ends the application
+// (ExitInstance) and closes the module, which destroys its static objects in reverse order.
 //
 // Every module must export, with C linkage:
 //   unsigned int TarsaPlugInSdkVersion(), TarsaPlugInSdkServiceRelease(): both

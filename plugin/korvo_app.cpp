@@ -1,0 +1,6 @@
+#include "plugin/korvo_app.h"
+
+BOOL CKorvoApp::InitInstance() {
+  CWinApp::InitInstance();
+  return TRUE;
+}

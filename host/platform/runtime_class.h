@@ -1,12 +1,19 @@
 // CObject and CRuntimeClass: the root of the platform class library's classes and the run-time
-// description each class gives of itself (its name, its size and its base), through which the
-// host tells what kind of object it was handed.
+// description each class gives of itself (its name, its size and its base, and for a class the
+// framework may create, the function that makes one), through which the host tells what kind of
+// object it was handed and creates the panels plug-ins register.
 #pragma once
+
+class CObject;
 
 struct CRuntimeClass {
   const char* m_lpszClassName;
   int m_nObjectSize;
   const CRuntimeClass* m_pBaseClass;  // null for CObject
+  CObject* (*m_pfnCreateObject)() = nullptr;
+
+  // A new object of the class, owned by the caller; null when the framework cannot create it.
+  CObject* CreateObject() const { return m_pfnCreateObject ? m_pfnCreateObject() : nullptr; }
 
   // True when this class is `base` or derives from it.
   bool IsDerivedFrom(const CRuntimeClass* base) const {

@@ -4,6 +4,7 @@
 
 #include "host/tarsa/standin/tarsa_command_line.h"
 #include "host/tarsa/standin/tarsa_standin.h"
+#include "host/tarsa/tarsa_dpi.h"
 #include "host/tarsa/tarsa_message_box.h"
 #include "host/tarsa/tarsa_stance_dynamic_access.h"
 
@@ -12,6 +13,7 @@ CTarsaApp::CTarsaApp() : m_command_line(new CTarsaCommandLine()) {}
 CTarsaApp::~CTarsaApp() {
   // Watchers can outlive the application at program exit; they must not come back to it.
   for (CTarsaEventWatcher* watcher : m_watchers) watcher->m_registered = false;
+  ClosePanels();
 }
 
 CTarsaDoc* CTarsaApp::Document(unsigned int serial_number) const {
@@ -33,9 +35,88 @@ void CTarsaApp::RunScript(const wchar_t* macro, int echo) {
   m_command_line->RunScript(macro, echo);
 }
 
-bool CTarsaApp::OpenDockbarTab(const ZK_UUID& tab_id) { return m_open_tabs.insert(tab_id).second; }
+const CTarsaAppearanceSettings& CTarsaAppSettings::AppearanceSettings(bool defaults) const {
+  return defaults ? m_default_appearance : m_appearance;
+}
 
-bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab_id) { return m_open_tabs.erase(tab_id) != 0; }
+bool CTarsaApp::RegisterPanelClass(const CRuntimeClass* runtime_class, int template_id,
+                                   AFX_MODULE_STATE* module_state) {
+  if (runtime_class == nullptr || runtime_class->m_pfnCreateObject == nullptr ||
+      !runtime_class->IsDerivedFrom(&CTarsaTabbedDockBarDialog::kRuntimeClass)) {
+    return false;
+  }
+  for (const PanelClass& known : m_panel_classes) {
+    if (known.runtime_class == runtime_class) return false;
+  }
+  m_panel_classes.push_back(PanelClass{runtime_class, template_id, module_state, false, {}});
+  return true;
+}
+
+CTarsaTabbedDockBarDialog* CTarsaApp::NewPanel(const ZK_UUID& tab_id,
+                                               const PanelClass** panel_class) {
+  // A class's tab id is learnt from its first object; until then an object is made to ask.
+  for (PanelClass& known : m_panel_classes) {
+    if (known.tab_id_known && known.tab_id != tab_id) continue;
+    AFX_MANAGE_STATE(known.module_state);
+    std::unique_ptr<CObject> object(known.runtime_class->CreateObject());
+    auto* panel = dynamic_cast<CTarsaTabbedDockBarDialog*>(object.get());
+    if (panel == nullptr) continue;
+    known.tab_id = panel->TabId();
+    known.tab_id_known = true;
+    if (known.tab_id != tab_id) continue;
+    object.release();
+    *panel_class = &known;
+    return panel;
+  }
+  return nullptr;
+}
+
+bool CTarsaApp::OpenDockbarTab(const ZK_UUID& tab_id) {
+  if (IsTabVisible(tab_id)) return true;
+  const PanelClass* panel_class = nullptr;
+  std::unique_ptr<CTarsaTabbedDockBarDialog> panel(NewPanel(tab_id, &panel_class));
+  if (panel) {
+    AFX_MANAGE_STATE(panel_class->module_state);
+    if (!panel->Create(AfxGetResourceHandle(), panel_class->template_id, MainWnd(),
+                       CTarsaWindowsDpi::Dpi().Value())) {
+      return false;
+    }
+    m_panels[tab_id] = std::move(panel);
+  }
+  m_open_tabs.insert(tab_id);
+  return true;
+}
+
+bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab_id) {
+  m_panels.erase(tab_id);
+  return m_open_tabs.erase(tab_id) != 0;
+}
+
+void CTarsaApp::ClosePanels() {
+  while (!m_panels.empty()) CloseDockbarTab(m_panels.begin()->first);
+  m_open_tabs.clear();
+}
+
+void CTarsaApp::RunDueWork(bool idle) {
+  std::vector<CTarsaTabbedDockBarDialog*> panels;
+  for (const auto& entry : m_panels) panels.push_back(entry.second.get());
+  for (CTarsaTabbedDockBarDialog* panel : panels) panel->RunDueWork(idle, m_clock_ms);
+}
+
+CWnd* CTarsaApp::MainWnd() {
+  if (m_main_window.GetSafeHwnd() == nullptr) {
+    m_main_window.Create(L"TarsaMainWindow", WS_VISIBLE, RECT{0, 0, 1280, 800}, nullptr, 0);
+  }
+  return &m_main_window;
+}
+
+CTarsaView* CTarsaApp::ActiveView() {
+  if (ObsoleteActiveDoc() == nullptr) return nullptr;
+  if (m_view.GetSafeHwnd() == nullptr) {
+    m_view.Create(L"TarsaView", WS_CHILD | WS_VISIBLE, RECT{0, 0, 1000, 700}, MainWnd(), 0);
+  }
+  return &m_view;
+}
 
 int CTarsaApp::ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags) {
   m_message_boxes.push_back(ShownMessageBox{text ? text : L"", caption ? caption : L"", flags});

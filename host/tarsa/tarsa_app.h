@@ -12,11 +12,37 @@
 #include <string>
 #include <vector>
 
+#include "host/platform/window.h"
 #include "host/tarsa/tarsa_doc.h"
+#include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_event_watcher.h"
 #include "host/tarsa/tarsa_plugin.h"
 
 class CTarsaCommandLine;
+
+// A window that shows a document.
+class CTarsaView : public CWnd {};
+
+// How the host looks: its language, as a platform language identifier (1033: English).
+class CTarsaAppearanceSettings {
+ public:
+  unsigned int LanguageIdentifier() const { return m_language_id; }
+
+ private:
+  friend class CTarsaStandIn;
+  unsigned int m_language_id = 1033;
+};
+
+class CTarsaAppSettings {
+ public:
+  // The appearance settings; `defaults` asks for the host's defaults instead of the user's.
+  const CTarsaAppearanceSettings& AppearanceSettings(bool defaults) const;
+
+ private:
+  friend class CTarsaStandIn;
+  CTarsaAppearanceSettings m_appearance;
+  CTarsaAppearanceSettings m_default_appearance;
+};
 
 class CTarsaApp {
  public:
@@ -33,10 +59,22 @@ class CTarsaApp {
   // prompts; otherwise the commands it names run now. Echo 1 shows the macro's words, 0 does not.
   void RunScript(const wchar_t* macro, int echo);
 
-  // Dock bar tabs: which panels are open.
+  // Dock bar tabs: which panels are open (tarsa_dockbar.h). Opening a tab of a registered panel
+  // class creates the panel and its window: false when that fails. Closing destroys it.
   bool OpenDockbarTab(const ZK_UUID& tab_id);
   bool CloseDockbarTab(const ZK_UUID& tab_id);
   bool IsTabVisible(const ZK_UUID& tab_id) const { return m_open_tabs.count(tab_id) != 0; }
+  // See CTarsaTabbedDockBarDialog::Register.
+  bool RegisterPanelClass(const CRuntimeClass* runtime_class, int template_id,
+                          AFX_MODULE_STATE* module_state);
+
+  // The host's clock, in milliseconds since it started; the host's timers run by it.
+  unsigned long long ClockMs() const { return m_clock_ms; }
+
+  // The host's main window, and the view of the active document (null without one).
+  CWnd* MainWnd();
+  CTarsaView* ActiveView();
+  CTarsaAppSettings& AppSettings() { return m_settings; }
 
   // Event watchers: true when the watcher's registration changed.
   bool RegisterEventWatcher(CTarsaEventWatcher& watcher);
@@ -73,6 +111,19 @@ class CTarsaApp {
     --m_round_depth;
   }
 
+  struct PanelClass {
+    const CRuntimeClass* runtime_class;
+    int template_id;
+    AFX_MODULE_STATE* module_state;
+    bool tab_id_known;
+    ZK_UUID tab_id;
+  };
+  // A new panel of the class registered for the tab, or null.
+  CTarsaTabbedDockBarDialog* NewPanel(const ZK_UUID& tab_id, const PanelClass** panel_class);
+  // Carries out panels' work that is due, or all of it when the host is idle.
+  void RunDueWork(bool idle);
+  void ClosePanels();
+
   // What only the stand-in's controls use (host/tarsa/standin/tarsa_standin.h).
   struct ShownMessageBox {
     std::wstring m_text;
@@ -87,6 +138,12 @@ class CTarsaApp {
   size_t m_round_depth = 0;
   std::unique_ptr<CTarsaCommandLine> m_command_line;
   std::set<ZK_UUID> m_open_tabs;
+  std::vector<PanelClass> m_panel_classes;
+  std::map<ZK_UUID, std::unique_ptr<CTarsaTabbedDockBarDialog>> m_panels;
+  unsigned long long m_clock_ms = 0;
+  CWnd m_main_window;
+  CTarsaView m_view;
+  CTarsaAppSettings m_settings;
   std::vector<CTarsaPlugIn*> m_plug_ins;
   std::vector<ShownMessageBox> m_message_boxes;
   std::vector<unsigned int> m_stance_changes;

@@ -33,12 +33,21 @@ std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo) {
     CTarsaToken token;
     token.echo = echo;
     if (text[i] == L'"') {
-      const size_t close = text.find(L'"', i + 1);
-      const size_t end = close == std::wstring::npos ? text.size() : close;
-      token.word = text.substr(i + 1, end - i - 1);
+      // Up to the closing quote, or the end of the text; "" inside stands for one quote.
+      size_t end = i + 1;
+      for (; end < text.size(); ++end) {
+        if (text[end] != L'"') {
+          token.word += text[end];
+        } else if (end + 1 < text.size() && text[end + 1] == L'"') {
+          token.word += text[++end];
+        } else {
+          break;
+        }
+      }
       token.quoted = true;
-      token.typed = L"\"" + token.word + L"\"";
-      i = close == std::wstring::npos ? end : end + 1;
+      token.typed = text.substr(i, end + 1 - i);
+      if (end == text.size()) token.typed += L'"';
+      i = end + 1;
       tokens.push_back(token);
       continue;
     }
@@ -79,7 +88,14 @@ CTarsaToken CTarsaCommandLine::Ask(const std::wstring& prompt) {
   // A macro that arrives while the user is being asked (a panel clicked meanwhile) answers in
   // the user's place.
   const bool have = TakeMacroToken(token) || NextUserToken(prompt, token) || TakeMacroToken(token);
-  if (!have) token = Special(CTarsaToken::escape);
+  if (m_abort) {
+    // The user acted elsewhere while being asked (RunWhenNoCommand): what was typed stays for
+    // later, and the command is cancelled.
+    if (have) m_user.push_front(token);
+    token = Special(CTarsaToken::escape);
+  } else if (!have) {
+    token = Special(CTarsaToken::escape);
+  }
   if (token.echo) Print(prompt + (token.typed.empty() ? L"" : L" " + token.typed) + L"\n");
   if (token.kind == CTarsaToken::abort) {
     m_abort = true;
@@ -119,6 +135,11 @@ CTarsaCommand::result CTarsaCommandLine::RunCommand(const std::wstring& typed) {
   if (CTarsaDoc* still_open = CTarsaDoc::FromRuntimeSerialNumber(doc_serial_number)) {
     if (undo != 0) still_open->EndUndoRecord(undo);
   }
+  while (m_running == nullptr && !m_after_command.empty()) {
+    const std::function<void()> action = std::move(m_after_command.front());
+    m_after_command.pop_front();
+    action();
+  }
   return result;
 }
 
@@ -128,6 +149,7 @@ void CTarsaCommandLine::Reset() {
   m_output.clear();
   m_macro.clear();
   m_user.clear();
+  m_after_command.clear();
   m_abort = false;
 }
 
@@ -150,6 +172,15 @@ void CTarsaCommandLine::ProcessInput() {
   while (TakeMacroToken(token) || NextUserToken(L"Command:", token) || TakeMacroToken(token)) {
     RunTopLevel(token);
   }
+}
+
+void CTarsaCommandLine::RunWhenNoCommand(std::function<void()> action) {
+  if (m_running == nullptr) {
+    action();
+    return;
+  }
+  m_abort = true;
+  m_after_command.push_back(std::move(action));
 }
 
 CTarsaDoc* CTarsaCommandLine::Document() const {

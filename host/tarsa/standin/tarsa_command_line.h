@@ -3,7 +3,8 @@
 // the prompts of running commands, and collects everything shown on the command line: prompts
 // with their answers, and what commands print. One instance, owned by the application.
 //
-// Input is a stream of words and quoted texts ("two words" is one answer). "_Enter" or an empty
+// Input is a stream of words and quoted texts ("two words" is one answer; two double quotes
+// inside a quoted text stand for one: "Side"" Front" is Side" Front). "_Enter" or an empty
 // line is Enter, "_Escape" or the end of input is cancel. In macros, "!" cancels the running
 // command, "-" before a command name starts it non-interactively, "_" marks an English name, and
 // "_Pause" hands the prompt then shown to the user.
@@ -32,7 +33,7 @@ std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo);
 class CTarsaCommandLine {
  public:
   // Gives the next line the user types, having shown `prompt`; false at the end of input, or when
-  // a macro was run instead (CTarsaCommandLine::RunScript) while the user was being asked.
+  // the user did something else instead (ran a macro, acted on a panel) while being asked.
   using Reader = std::function<bool(const std::wstring& prompt, std::wstring& line)>;
   // Shows text as it is printed.
   using Writer = std::function<void(const std::wstring& text)>;
@@ -59,6 +60,9 @@ class CTarsaCommandLine {
   void RunScript(const wchar_t* macro, int echo);
   // Reads the user's input and runs the commands it names, until the input ends.
   void ProcessInput();
+  // Runs what the user does outside the command line (an action on a panel): now when no command
+  // runs; else the running command is cancelled and `action` runs once it has ended.
+  void RunWhenNoCommand(std::function<void()> action);
 
   // The command that is running, or null.
   const CTarsaCommand* RunningCommand() const { return m_running; }
@@ -78,6 +82,7 @@ class CTarsaCommandLine {
   std::wstring m_output;
   std::deque<CTarsaToken> m_macro;
   std::deque<CTarsaToken> m_user;
+  std::deque<std::function<void()>> m_after_command;
   CTarsaCommand* m_running = nullptr;
   CTarsaDoc* m_running_doc = nullptr;
   bool m_abort = false;

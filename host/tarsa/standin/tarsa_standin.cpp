@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/tarsa/standin/tarsa_plugin_loader.h"
+#include "host/tarsa/tarsa_dpi.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
 
 CTarsaDoc* CTarsaStandIn::NewDocument() {
@@ -103,13 +104,56 @@ int CTarsaStandIn::RegenCount(const CTarsaDoc& doc) { return doc.m_regen_count; 
 
 int CTarsaStandIn::RedrawCount(const CTarsaDoc& doc) { return doc.m_redraw_count; }
 
-void CTarsaStandIn::CreateWindowHandle(CTsNamedDocObjectManagerDlg& panel) {
-  panel.CreateWindowHandle();
+CTsNamedDocObjectManagerDlg* CTarsaStandIn::Panel(const ZK_UUID& tab_id) {
+  const auto& panels = TarsaApp().m_panels;
+  const auto found = panels.find(tab_id);
+  return found == panels.end() ? nullptr
+                               : dynamic_cast<CTsNamedDocObjectManagerDlg*>(found->second.get());
 }
 
-void CTarsaStandIn::DestroyWindowHandle(CTsNamedDocObjectManagerDlg& panel) {
-  panel.DestroyWindowHandle();
+bool CTarsaStandIn::Click(CTsNamedDocObjectManagerDlg& panel, int control_id) {
+  const HWND control = panel.GetDlgItem(control_id);
+  if (control == nullptr || !IsWindowEnabled(control)) return false;
+  bool handled = true;
+  CommandLine().RunWhenNoCommand(
+      [&panel, control_id, &handled] { handled = CTsDialogEvents::Click(panel, control_id); });
+  return handled;
 }
+
+void CTarsaStandIn::ContextMenu(CTsNamedDocObjectManagerDlg& panel, POINT point) {
+  CommandLine().RunWhenNoCommand(
+      [&panel, point] { CTsDialogEvents::ContextMenu(panel, &panel.List(), point); });
+}
+
+void CTarsaStandIn::DoubleClick(CTsNamedDocObjectManagerDlg& panel, int item) {
+  if (item < 0 || item >= panel.List().GetItemCount()) return;
+  SelectItems(panel, {item});
+  CommandLine().RunWhenNoCommand([&panel] { panel.OnDefaultAction(); });
+}
+
+void CTarsaStandIn::SelectItems(CTsNamedDocObjectManagerDlg& panel, const std::vector<int>& items) {
+  CListCtrl& list = panel.List();
+  for (int i = 0; i < list.GetItemCount(); ++i) {
+    const bool selected = std::find(items.begin(), items.end(), i) != items.end();
+    list.SetItemState(i, selected ? LVIS_SELECTED : 0, LVIS_SELECTED);
+  }
+  panel.EnableDisableControls();
+}
+
+void CTarsaStandIn::Resize(CTsNamedDocObjectManagerDlg& panel, int width, int height) {
+  const RECT r = panel.WindowRect();
+  panel.MoveWindow(r.left, r.top, width, height);
+  panel.LayoutControls();
+}
+
+CTsScriptedAnswers& CTarsaStandIn::Answers() { return TsScriptedAnswers(); }
+
+void CTarsaStandIn::AdvanceClock(unsigned int milliseconds) {
+  TarsaApp().m_clock_ms += milliseconds;
+  TarsaApp().RunDueWork(false);
+}
+
+void CTarsaStandIn::RunIdleWork() { TarsaApp().RunDueWork(true); }
 
 bool CTarsaStandIn::RebuildPending(const CTsNamedDocObjectManagerDlg& panel) {
   return panel.m_rebuild_pending;
@@ -123,6 +167,16 @@ int CTarsaStandIn::RebuildRequestCount(const CTsNamedDocObjectManagerDlg& panel)
   return panel.m_rebuild_requests;
 }
 
+int CTarsaStandIn::RebuildCount(const CTsNamedDocObjectManagerDlg& panel) {
+  return panel.m_rebuilds;
+}
+
+void CTarsaStandIn::SetDpi(int dpi) { CTarsaWindowsDpi::Dpi().m_dpi = dpi; }
+
+void CTarsaStandIn::SetLanguage(unsigned int language_id) {
+  TarsaApp().m_settings.m_appearance.m_language_id = language_id;
+}
+
 void CTarsaStandIn::KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
                                    std::vector<unsigned char> bytes) {
   doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes)});
@@ -134,12 +188,17 @@ const std::vector<CTarsaDoc::PlugInData>& CTarsaStandIn::KeptPlugInData(const CT
 
 void CTarsaStandIn::Reset() {
   CTarsaApp& app = TarsaApp();
-  // Documents go first: their objects may carry user data whose code is in a module.
+  // Panels and their classes go first, then documents: the code of panels and of the user data
+  // that objects carry may be in a module.
+  app.ClosePanels();
+  app.m_panel_classes.clear();
   while (!app.m_documents.empty()) CloseDocument(app.m_documents.begin()->first);
   CTarsaPlugInLoader::UnloadAll();
   while (!app.m_plug_ins.empty()) UnloadPlugIn(*app.m_plug_ins.back());
   app.m_command_line->Reset();
-  app.m_open_tabs.clear();
+  TsScriptedAnswers().Reset();
+  SetDpi(96);
+  SetLanguage(1033);
   app.m_message_boxes.clear();
   app.m_stance_changes.clear();
   app.m_stance_changed_handler = nullptr;

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/platform/standin/scripted_answers.h"
 #include "host/tarsa/standin/tarsa_command_line.h"
 #include "host/tarsa/tarsa_app.h"
 
@@ -68,13 +69,37 @@ class CTarsaStandIn {
   static int RegenCount(const CTarsaDoc& doc);
   static int RedrawCount(const CTarsaDoc& doc);
 
-  // A panel's window, which the host makes when it shows the panel's tab, and its rebuild
-  // requests: whether one is pending, its delay, and how many were made.
-  static void CreateWindowHandle(CTsNamedDocObjectManagerDlg& panel);
-  static void DestroyWindowHandle(CTsNamedDocObjectManagerDlg& panel);
+  // Panels. Panel gives the open panel of a tab, or null. The user's actions on a panel (Click of
+  // a control, ContextMenu at a screen point, DoubleClick of a list item) go to the panel as the
+  // window system delivers them; while a command waits for input, the host first cancels it and
+  // delivers the action once it has ended. Click is false when the control does not exist, is
+  // disabled, or nothing handled it. SelectItems selects exactly the list items given; Resize
+  // gives the panel a new size in pixels and lays it out again.
+  static CTsNamedDocObjectManagerDlg* Panel(const ZK_UUID& tab_id);
+  static bool Click(CTsNamedDocObjectManagerDlg& panel, int control_id);
+  static void ContextMenu(CTsNamedDocObjectManagerDlg& panel, POINT point);
+  static void DoubleClick(CTsNamedDocObjectManagerDlg& panel, int item);
+  static void SelectItems(CTsNamedDocObjectManagerDlg& panel, const std::vector<int>& items);
+  static void Resize(CTsNamedDocObjectManagerDlg& panel, int width, int height);
+  // The answers of the panels' dialogs, menus and questions while no front end installed its own
+  // (SetUserAnswers): script them before the action, read what was asked after it.
+  static CTsScriptedAnswers& Answers();
+
+  // The host's clock and idle time. AdvanceClock moves the clock on and carries out the panels'
+  // work that became due (deferred rebuilds); RunIdleWork carries out all pending work now, as
+  // the host does when it waits for the user.
+  static void AdvanceClock(unsigned int milliseconds);
+  static void RunIdleWork();
+  // A panel's rebuild requests: whether one is pending, its delay, how many were asked for, and
+  // how many rebuilds were carried out.
   static bool RebuildPending(const CTsNamedDocObjectManagerDlg& panel);
   static unsigned int RebuildDelay(const CTsNamedDocObjectManagerDlg& panel);
   static int RebuildRequestCount(const CTsNamedDocObjectManagerDlg& panel);
+  static int RebuildCount(const CTsNamedDocObjectManagerDlg& panel);
+
+  // The screen's resolution (96 at start) and the host's language (1033, English, at start).
+  static void SetDpi(int dpi);
+  static void SetLanguage(unsigned int language_id);
 
   // Translations. LoadTranslations reads a UTF-8 file of lines "id=text" ("\n" in a text stands
   // for a line break; empty lines and lines starting with "#" are skipped) and adds them to the
@@ -101,8 +126,9 @@ class CTarsaStandIn {
     TarsaApp().NotifyEventWatchers(std::forward<Notify>(notify));
   }
 
-  // Puts the host back as it started: every document closed, every plug-in unloaded (and its
-  // module closed), the command line's input, output and pending macro dropped, message boxes,
-  // the StanceChanged log and its handler, open tabs and translations cleared.
+  // Puts the host back as it started: every panel closed and its class forgotten, every document
+  // closed, every plug-in unloaded (and its module closed), the command line's input, output and
+  // pending macro dropped, message boxes, the StanceChanged log and its handler, open tabs,
+  // scripted answers and translations cleared, the resolution and language as at start.
   static void Reset();
 };

@@ -1,0 +1,151 @@
+#include "host/platform/list_control.h"
+
+#include <algorithm>
+#include <cwctype>
+
+namespace {
+
+int CompareTexts(const std::wstring& a, const std::wstring& b) {
+  const size_t n = std::min(a.size(), b.size());
+  for (size_t i = 0; i < n; ++i) {
+    const wint_t ca = std::towlower(static_cast<wint_t>(a[i]));
+    const wint_t cb = std::towlower(static_cast<wint_t>(b[i]));
+    if (ca != cb) return ca < cb ? -1 : 1;
+  }
+  return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
+}
+
+}  // namespace
+
+void CListCtrl::Assign(Item& target, const LVITEMW& source) const {
+  if (source.mask & LVIF_TEXT) target.text = source.pszText ? source.pszText : L"";
+  if (source.mask & LVIF_IMAGE) target.image = source.iImage;
+  if (source.mask & LVIF_PARAM) target.data = source.lParam;
+  if (source.mask & LVIF_STATE) {
+    target.state = (target.state & ~source.stateMask) | (source.state & source.stateMask);
+  }
+}
+
+int CListCtrl::SortedPosition(const std::wstring& text) const {
+  // After every item that sorts with or before it; the common case, an item that sorts last, is
+  // found at once.
+  if (m_items.empty() || CompareTexts(m_items.back()->text, text) <= 0) return GetItemCount();
+  const auto after = std::upper_bound(
+      m_items.begin(), m_items.end(), text,
+      [](const std::wstring& t, const std::unique_ptr<Item>& item) {
+        return CompareTexts(t, item->text) < 0;
+      });
+  return static_cast<int>(after - m_items.begin());
+}
+
+int CListCtrl::InsertItem(const LVITEMW& item) {
+  if (GetSafeHwnd() == nullptr) return -1;
+  auto inserted = std::make_unique<Item>();
+  Assign(*inserted, item);
+  int position = std::clamp(item.iItem, 0, GetItemCount());
+  if (GetStyle() & LVS_SORTASCENDING) position = SortedPosition(inserted->text);
+  m_items.insert(m_items.begin() + position, std::move(inserted));
+  return position;
+}
+
+int CListCtrl::InsertItem(UINT mask, int item, const wchar_t* text, UINT state, UINT state_mask,
+                          int image, LPARAM data) {
+  LVITEMW lv;
+  lv.mask = mask;
+  lv.iItem = item;
+  lv.pszText = text;
+  lv.state = state;
+  lv.stateMask = state_mask;
+  lv.iImage = image;
+  lv.lParam = data;
+  return InsertItem(lv);
+}
+
+bool CListCtrl::SetItem(const LVITEMW& item) {
+  if (item.iItem < 0 || item.iItem >= GetItemCount()) return false;
+  Assign(*m_items[static_cast<size_t>(item.iItem)], item);
+  return true;
+}
+
+bool CListCtrl::SetItem(int item, int sub_item, UINT mask, const wchar_t* text, int image,
+                        UINT state, UINT state_mask, LPARAM data) {
+  LVITEMW lv;
+  lv.mask = mask;
+  lv.iItem = item;
+  lv.iSubItem = sub_item;
+  lv.pszText = text;
+  lv.iImage = image;
+  lv.state = state;
+  lv.stateMask = state_mask;
+  lv.lParam = data;
+  return SetItem(lv);
+}
+
+bool CListCtrl::SetItemState(int item, UINT state, UINT state_mask) {
+  return SetItem(item, 0, LVIF_STATE, nullptr, 0, state, state_mask, 0);
+}
+
+LPARAM CListCtrl::GetItemData(int item) const {
+  return item >= 0 && item < GetItemCount() ? m_items[static_cast<size_t>(item)]->data : 0;
+}
+
+std::wstring CListCtrl::GetItemText(int item) const {
+  return item >= 0 && item < GetItemCount() ? m_items[static_cast<size_t>(item)]->text : L"";
+}
+
+UINT CListCtrl::GetItemState(int item, UINT state_mask) const {
+  return item >= 0 && item < GetItemCount()
+             ? m_items[static_cast<size_t>(item)]->state & state_mask
+             : 0;
+}
+
+int CListCtrl::GetNextItem(int item, UINT flags) const {
+  for (int i = std::max(item + 1, 0); i < GetItemCount(); ++i) {
+    if ((flags & LVNI_SELECTED) == 0 || (m_items[static_cast<size_t>(i)]->state & LVIS_SELECTED)) {
+      return i;
+    }
+  }
+  return -1;
+}
+
+int CListCtrl::GetSelectedCount() const {
+  return static_cast<int>(std::count_if(m_items.begin(), m_items.end(), [](const auto& item) {
+    return (item->state & LVIS_SELECTED) != 0;
+  }));
+}
+
+LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
+  switch (message) {
+    case LVM_GETITEMCOUNT:
+      return GetItemCount();
+    case LVM_DELETEALLITEMS:
+      m_items.clear();
+      return 1;
+    case LVM_GETNEXTITEM:
+      return GetNextItem(static_cast<int>(wparam), static_cast<UINT>(lparam));
+    case LVM_SETCOLUMNWIDTH: {
+      if (wparam != 0) return 0;
+      RECT client;
+      GetClientRect(&client);
+      m_column_width =
+          lparam == LVSCW_AUTOSIZE_USEHEADER ? client.right : static_cast<int>(lparam);
+      return 1;
+    }
+    case LVM_SORTITEMS: {
+      const auto compare = reinterpret_cast<PFNLVCOMPARE>(lparam);
+      if (compare == nullptr) return 0;
+      const LPARAM parameter = static_cast<LPARAM>(wparam);
+      std::stable_sort(m_items.begin(), m_items.end(), [&](const auto& a, const auto& b) {
+        return compare(a->data, b->data, parameter) < 0;
+      });
+      return 1;
+    }
+    default:
+      return CWnd::WindowProc(message, wparam, lparam);
+  }
+}
+
+void CListCtrl::OnWindowDestroyed() {
+  m_items.clear();
+  m_column_width = 0;
+}

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/tarsa/standin/tarsa_standin.h"
+#include "panel/panel_resources.h"
 #include "panel/stances_panel.h"
 
 namespace {
@@ -128,14 +129,20 @@ TEST_F(StanceTableTest, CopiesCompareIdsAndExactNamesInOrderAndKeepTheTargetsDoc
 
 TEST_F(StanceTableTest, ThePanelRebuildsBeforeTheHostIsToldAndAClosedDocumentHearsNothing) {
   Save(L"No panel");
-  CTsStancesManagerDlg panel;
-  Save(L"Panel without window");
-  EXPECT_EQ(CTarsaStandIn::RebuildRequestCount(panel), 0);
-  CTarsaStandIn::CreateWindowHandle(panel);
+  {
+    CTsStancesManagerDlg without_window;
+    Save(L"Panel without window");
+    EXPECT_EQ(CTarsaStandIn::RebuildRequestCount(without_window), 0);
+  }
+  CTarsaTabbedDockBarDialog::Register(&CTsStancesManagerDlg::kRuntimeClass,
+                                      CTsStancesManagerDlg::dialog_template, KorvoModuleState());
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  CTsNamedDocObjectManagerDlg& panel = *CTarsaStandIn::Panel(g_stances_panel_tab_id);
   Save(L"Panel with window");
   EXPECT_EQ(CTarsaStandIn::RebuildRequestCount(panel), 1);
   EXPECT_EQ(CTarsaStandIn::RebuildDelay(panel), 500u);
   EXPECT_EQ(events_.back(), std::to_string(serial_) + " after rebuild");
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
 
   CTarsaStandIn::CloseDocument(serial_);  // the change still stands
   EXPECT_TRUE(table_.RemoveByName(L"No panel"));

@@ -8,6 +8,8 @@
 #include "host/tarsa/tarsa_stance_dynamic_access.h"
 #include "host/zefkit/zk_archive.h"
 #include "operations/dynamic_access.h"
+#include "panel/panel_resources.h"
+#include "panel/stances_panel.h"
 
 namespace {
 
@@ -44,6 +46,9 @@ const wchar_t* CKorvoPlugIn::PlugInVersion() const { return m_version; }
 bool CKorvoPlugIn::OnLoadPlugIn() {
   EventWatcher()->Register();
   EventWatcher()->Enable(true);
+  // Once per host session: a second load finds the class registered already.
+  CTarsaTabbedDockBarDialog::Register(&CTsStancesManagerDlg::kRuntimeClass,
+                                      CTsStancesManagerDlg::dialog_template, KorvoModuleState());
   m_dynamic_access = new CKorvoDynamicAccess();
   Stance_SetTarsaDynamicAccess(m_dynamic_access);
   return CTarsaUtilitySystemPlugIn::OnLoadPlugIn();

@@ -137,6 +137,8 @@ void CTsNamedDocObjectManagerDlg::OnRename() {
   }
   if (new_name.empty() || new_name == old_name) return;
   RunStanceCommand(L"Rename", old_name.c_str(), new_name.c_str());
+  // The list shows the new name at once; the captions keep the old one until the rebuild.
+  RefreshListCaptions();
 }
 
 void CTsNamedDocObjectManagerDlg::BeginModalState() { EnableWindow(false); }
@@ -169,6 +171,7 @@ int CTsNamedDocObjectManagerDlg::OnInitDialog() {
   CTarsaEventWatcher::Register();
   Enable(true);
   Refill();
+  LayoutControls();
   return 1;
 }
 

@@ -103,7 +103,7 @@ class CTsNamedDocObjectManagerDlg : public CTarsaTabbedDockBarDialog, public CTa
 
  protected:
   void DoDataExchange(CDataExchange* exchange) override;
-  // Prepares the list's one column, starts watching the host's events and fills the list.
+  // Starts watching the host's events, fills the list and lays out the controls.
   int OnInitDialog() override;
   bool OnCommand(int control_id) override;
   void OnWindowDestroyed() override;

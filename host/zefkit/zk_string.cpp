@@ -139,6 +139,12 @@ int ZK_wString::Compare(const wchar_t* other) const {
   return Sign(static_cast<long long>(*a) - static_cast<long long>(*other));
 }
 
+ZK_wString ZK_wString::CaseFolded() const {
+  std::wstring folded(m_text.size(), L'\0');
+  for (size_t i = 0; i < m_text.size(); ++i) folded[i] = static_cast<wchar_t>(FoldCase(m_text[i]));
+  return ZK_wString(folded);
+}
+
 int ZK_wString::CompareNoCase(const wchar_t* other) const {
   if (other == nullptr) other = L"";
   for (const wchar_t* a = m_text.c_str();; ++a, ++other) {

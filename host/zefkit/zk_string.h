@@ -29,6 +29,9 @@ class ZK_wString {
   // As Compare, but letters that differ only in case are equal (Ä/ä, Σ/σ/ς, Ж/ж ...), by the
   // case tables of the C library's UTF-8 locale whatever locale the program runs with.
   int CompareNoCase(const wchar_t* other) const;
+  // The text with every letter folded as CompareNoCase folds it: two texts compare equal ignoring
+  // case exactly when their folded forms are equal, so folded forms serve as keys of a set.
+  ZK_wString CaseFolded() const;
 
   // Removes blanks (space, tab, CR, LF, VT, FF) from both ends, or else the characters given.
   void TrimLeftAndRight(const wchar_t* characters = nullptr);

@@ -1,0 +1,436 @@
+#include "panel/stances_panel.h"
+
+#include <deque>
+
+#include "command/save_flows.h"
+#include "host/platform/module_state.h"
+#include "host/tarsa/tarsa_dpi.h"
+#include "testing/stance_document_test.h"
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+using Scripts = std::vector<std::pair<std::wstring, int>>;
+using Question = CTsScriptedAnswers::Question;
+
+class StancesPanelTest : public StanceDocumentTest {
+ protected:
+  void TearDown() override {
+    EXPECT_EQ(Answers().PendingAnswers(), 0) << "scripted answers left over";
+    EXPECT_TRUE(CTarsaStandIn::TakeScripts().empty()) << "macros not checked";
+    StanceDocumentTest::TearDown();
+  }
+
+  CTsStancesManagerDlg& Open() {
+    EXPECT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+    return *static_cast<CTsStancesManagerDlg*>(CTarsaStandIn::Panel(g_stances_panel_tab_id));
+  }
+  // A stance with one object of its own, saved as the host would.
+  void Stance(const wchar_t* name) { Save(name, {AddNamed(name)}); }
+  // A stance straight into the table, without objects.
+  void Entry(const wchar_t* name) {
+    ZK_UUID id;
+    ASSERT_TRUE(ZK_CreateUuid(id));
+    ASSERT_EQ(Table().Add(id, name), 1);
+  }
+
+  Texts Shown() const {
+    Texts texts;
+    for (int i = 0; i < List().GetItemCount(); ++i) texts.push_back(List().GetItemText(i));
+    return texts;
+  }
+  std::vector<LPARAM> Data() const {
+    std::vector<LPARAM> data;
+    for (int i = 0; i < List().GetItemCount(); ++i) data.push_back(List().GetItemData(i));
+    return data;
+  }
+  std::vector<int> Selected() const {
+    std::vector<int> items;
+    for (int i = List().GetNextItem(-1, LVNI_SELECTED); i >= 0;
+         i = List().GetNextItem(i, LVNI_SELECTED)) {
+      items.push_back(i);
+    }
+    return items;
+  }
+  void Select(const std::vector<int>& items) { CTarsaStandIn::SelectItems(*panel_, items); }
+  bool Enabled(int control) const { return IsWindowEnabled(panel_->GetDlgItem(control)); }
+  std::vector<bool> ToolButtons() const {
+    return {Enabled(1148), Enabled(1149), Enabled(2112)};
+  }
+  RECT Rect(int control) const {
+    CWnd* window = TsWindowObject(panel_->GetDlgItem(control));
+    return window->WindowRect();
+  }
+  bool Click(int control) { return CTarsaStandIn::Click(*panel_, control); }
+  // A right click on the panel; the menu's choice, and the answers of what the action then asks,
+  // are scripted before.
+  void RightClick(POINT at = {10, 20}) { CTarsaStandIn::ContextMenu(*panel_, at); }
+  // The host's rebuild timer running out.
+  void WaitForRebuild() { CTarsaStandIn::AdvanceClock(500); }
+  void Type(std::deque<std::wstring> lines) {
+    typed_ = std::move(lines);
+    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
+      if (typed_.empty()) return false;
+      line = typed_.front();
+      typed_.pop_front();
+      return true;
+    });
+  }
+  static std::wstring Output() { return CTarsaStandIn::CommandLine().TakeOutput(); }
+  static Scripts TakeScripts() { return CTarsaStandIn::TakeScripts(); }
+  static CTsScriptedAnswers& Answers() { return CTarsaStandIn::Answers(); }
+  CListCtrl& List() const { return panel_->List(); }
+
+  CTsStancesManagerDlg* panel_ = nullptr;
+  std::deque<std::wstring> typed_;
+};
+
+TEST_F(StancesPanelTest, OpeningTheTabMakesThePanelAndClosingDestroysIt) {
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  panel_ = &Open();
+  EXPECT_EQ(g_pStancesPanel, panel_);
+  EXPECT_TRUE(IsWindow(panel_->GetSafeHwnd()));
+  EXPECT_TRUE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  EXPECT_STREQ(panel_->Caption(), L"Stances");
+  CTarsaStandIn::SetLanguage(1031);
+  CTarsaStandIn::SetTranslation(33040, L"Stellungen");
+  EXPECT_STREQ(panel_->Caption(), L"Stellungen");
+
+  // Every control of the template is there and bound; the tool buttons carry their icons.
+  for (int id : {1064, 2110, 2111, 6125, 1956, 1147, 1148, 1149, 2112}) {
+    EXPECT_NE(TsWindowObject(panel_->GetDlgItem(id)), nullptr) << id;
+  }
+  EXPECT_EQ(List().GetStyle() & 0xFFFF, 0x4399u);
+  TsIconInfo icon;
+  const auto* select = static_cast<CTsDialogToolButton*>(TsWindowObject(panel_->GetDlgItem(1148)));
+  ASSERT_TRUE(TsGetIconInfo(select->DisabledIcon(), &icon));
+  EXPECT_EQ(icon.group_id, 1034);
+  EXPECT_EQ(icon.size, 16);
+  EXPECT_EQ(select->ToolTip(), L"Select objects of stance");
+  ASSERT_TRUE(TsGetIconInfo(panel_->Icon(256, 256), &icon));
+  EXPECT_EQ(icon.group_id, 1021);
+  EXPECT_EQ(icon.size, 256);
+  EXPECT_NE(std::string(icon.svg).find("<svg"), std::string::npos);
+  EXPECT_EQ(AfxGetResourceHandle(), nullptr) << "the module state is switched back";
+
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr);
+}
+
+TEST_F(StancesPanelTest, ASecondInstanceTakesThePointerAndDestroyingAnyClearsIt) {
+  panel_ = &Open();
+  {
+    CTsStancesManagerDlg second;
+    EXPECT_EQ(g_pStancesPanel, &second);
+  }
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  Entry(L"Front");  // no panel to ask: nothing is pending
+  EXPECT_FALSE(CTarsaStandIn::RebuildPending(*panel_));
+}
+
+TEST_F(StancesPanelTest, TheListIsSortedByNameAndItsDataAreTableIndexes) {
+  Entry(L"b");
+  Entry(L"A");
+  Entry(L"c");
+  panel_ = &Open();
+  EXPECT_EQ(Shown(), (Texts{L"A", L"b", L"c"}));
+  EXPECT_EQ(Data(), (std::vector<LPARAM>{1, 0, 2}));
+  EXPECT_EQ(List().GetColumnWidth(), List().WindowRect().right - List().WindowRect().left);
+}
+
+TEST_F(StancesPanelTest, AnEmptyDocumentShowsNothingAndTheToolButtonsAreOff) {
+  panel_ = &Open();
+  EXPECT_TRUE(Shown().empty());
+  EXPECT_EQ(ToolButtons(), (std::vector<bool>{false, false, false}));
+  EXPECT_FALSE(Click(1149));
+  EXPECT_TRUE(TakeScripts().empty());
+}
+
+TEST_F(StancesPanelTest, ToolButtonsFollowTheSelection) {
+  Entry(L"A");
+  Entry(L"B");
+  panel_ = &Open();
+  Select({0});
+  EXPECT_EQ(ToolButtons(), (std::vector<bool>{true, true, true}));
+  EXPECT_TRUE(Enabled(1956)) << "rename with one item";
+  Select({0, 1});
+  EXPECT_EQ(ToolButtons(), (std::vector<bool>{true, true, true}));
+  EXPECT_FALSE(Enabled(1956)) << "no rename with several";
+  Select({});
+  EXPECT_EQ(ToolButtons(), (std::vector<bool>{false, false, false}));
+}
+
+TEST_F(StancesPanelTest, RebuildsWaitMergeAndHappenOnlyOnChange) {
+  Entry(L"Front");
+  Entry(L"Side");
+  panel_ = &Open();
+  Select({1});
+  Entry(L"Top");
+  Entry(L"Back");
+  EXPECT_EQ(Shown(), (Texts{L"Front", L"Side"})) << "nothing before the delay";
+  CTarsaStandIn::AdvanceClock(499);
+  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 0);
+  CTarsaStandIn::AdvanceClock(1);
+  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 1) << "two requests, one rebuild";
+  EXPECT_EQ(Shown(), (Texts{L"Back", L"Front", L"Side", L"Top"}));
+  EXPECT_TRUE(Selected().empty()) << "a refill loses the selection";
+  EXPECT_EQ(ToolButtons(), (std::vector<bool>{false, false, false}));
+
+  Select({2});
+  panel_->ScheduleRebuild();
+  CTarsaStandIn::RunIdleWork();
+  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 2);
+  EXPECT_EQ(Selected(), (std::vector<int>{2})) << "nothing changed: the list stays";
+
+  ASSERT_EQ(Table().Rename(L"Side", L"Aside"), 1);
+  WaitForRebuild();
+  EXPECT_EQ(Shown(), (Texts{L"Aside", L"Back", L"Front", L"Top"}));
+  EXPECT_TRUE(Selected().empty());
+}
+
+TEST_F(StancesPanelTest, ThePanelShowsTheActiveDocumentAndHearsOfNewOnes) {
+  Entry(L"Front");
+  panel_ = &Open();
+  CTarsaDoc* other = CTarsaStandIn::NewDocument();
+  EXPECT_TRUE(Shown().empty());
+  EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
+  CTarsaStandIn::SetActiveDocument(serial_);
+  EXPECT_EQ(Shown(), (Texts{L"Front"}));
+  CTarsaStandIn::CloseDocument(serial_);
+  EXPECT_EQ(panel_->Document(), other);
+  EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(StancesPanelTest, ButtonsFlowInRowsAndTheListFillsTheRest) {
+  panel_ = &Open();
+  int m, w, h, gx, gy;
+  panel_->GetLayoutMetrics(m, w, h, gx, gy, 0);
+  // Room for three buttons in a row: save restore delete / rename update append / select help.
+  CTarsaStandIn::Resize(*panel_, m + 3 * w + 2 * gx, 300);
+  const int rows[][3] = {{2110, 2111, 6125}, {1956, 1149, 2112}, {1148, 1147, 0}};
+  for (int row = 0; row < 3; ++row) {
+    for (int col = 0; col < 3 && rows[row][col] != 0; ++col) {
+      const RECT r = Rect(rows[row][col]);
+      EXPECT_EQ(r.left, m + col * (w + gx)) << rows[row][col];
+      EXPECT_EQ(r.top, m + row * (h + gy)) << rows[row][col];
+      EXPECT_EQ(r.right - r.left, w);
+    }
+  }
+  const RECT list = List().WindowRect();
+  EXPECT_EQ(list.top, m + 2 * (h + gy) + h + m);
+  EXPECT_EQ(list.left, m);
+  EXPECT_EQ(list.right, m + 3 * w + 2 * gx - m);
+  EXPECT_EQ(list.bottom, 300 - m);
+
+  // Narrower than one button: the first row stays empty, then one button a row.
+  CTarsaStandIn::Resize(*panel_, m + w - 1, 400);
+  const int order[] = {2110, 2111, 6125, 1956, 1149, 2112, 1148, 1147};
+  for (int i = 0; i < 8; ++i) {
+    EXPECT_EQ(Rect(order[i]).left, m);
+    EXPECT_EQ(Rect(order[i]).top, m + (i + 1) * (h + gy));
+  }
+  EXPECT_EQ(List().WindowRect().top, m + 8 * (h + gy) + h + m);
+}
+
+TEST_F(StancesPanelTest, ToolButtonsAndMenuItemsRunTheirMacrosForTheFirstSelectedStance) {
+  Stance(L"Side");
+  Stance(L"Front");
+  panel_ = &Open();
+  Select({0, 1});  // Front, Side
+  EXPECT_TRUE(Click(1149));
+  EXPECT_TRUE(Click(1148));
+  Type({L""});
+  EXPECT_TRUE(Click(2112));
+  // Only the append macro shows its words on the command line.
+  const std::wstring shown = Output();
+  EXPECT_EQ(shown.find(L"_Update"), std::wstring::npos) << shown;
+  EXPECT_EQ(shown.find(L"_Select"), std::wstring::npos) << shown;
+  EXPECT_NE(shown.find(L"_Append\nName for position to append to: \"Front\""), std::wstring::npos)
+      << shown;
+  EXPECT_EQ(GetFocus(), TarsaApp().MainWnd()->GetSafeHwnd());
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Update \"Front\" _ENTER", 0},
+                                    {L"!-_Stance _Select \"Front\" _ENTER", 0},
+                                    {L"!-_Stance _Append \"Front\" _PAUSE _ENTER", 1}}));
+}
+
+TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStance) {
+  Stance(L"Front");
+  panel_ = &Open();
+  RightClick();
+  std::vector<Question> asked = Answers().TakeQuestions();
+  ASSERT_EQ(asked.size(), 1u);
+  ASSERT_EQ(asked[0].menu_items.size(), 1u);
+  EXPECT_EQ(asked[0].menu_items[0].id, 106u);
+  EXPECT_EQ(asked[0].menu_items[0].text, L"&Save Object Positions As Stance...");
+
+  Select({0});
+  CTarsaStandIn::SetTranslation(34039, L"&Stellung aktualisieren");
+  RightClick({-1, -1});
+  asked = Answers().TakeQuestions();
+  ASSERT_EQ(asked.size(), 1u);
+  const Texts expected = {L"&Restore Stance", L"&Update Stance", L"&Append Stance",
+                          L"",
+                          L"&Delete Stance",  L"Rena&me Stance", L"",
+                          L"S&elect In Document",
+                          L"",
+                          L"&Save Object Positions As Stance..."};
+  Texts texts;
+  std::vector<UINT> ids;
+  for (const TsMenuItem& item : asked[0].menu_items) {
+    texts.push_back(item.text);
+    ids.push_back(item.id);
+  }
+  EXPECT_EQ(texts[1], L"&Stellung aktualisieren");
+  texts[1] = expected[1];
+  EXPECT_EQ(texts, expected);
+  EXPECT_EQ(ids, (std::vector<UINT>{100, 101, 102, 0, 103, 104, 0, 105, 0, 106}));
+  EXPECT_EQ(asked[0].default_item, 100);
+  EXPECT_EQ(asked[0].point.x, -1);
+  EXPECT_TRUE(TakeScripts().empty()) << "a dismissed menu does nothing";
+
+  Answers().Choose(100);  // restore
+  RightClick();
+  Answers().Choose(105);  // select in document
+  RightClick();
+  Answers().TakeQuestions();
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0},
+                                    {L"!-_Stance _Select \"Front\" _ENTER", 0}}));
+  EXPECT_EQ(Output(), L"");
+}
+
+TEST_F(StancesPanelTest, SaveProposesANameAsksBeforeReplacingAndRunsTheCommandOnce) {
+  Stance(L"Position 01");
+  AddNamed(L"door");
+  panel_ = &Open();
+  Answers().Choose(106);
+  Answers().Enter(L"Front");
+  Type({L"door", L""});
+  RightClick();
+  std::vector<Question> asked = Answers().TakeQuestions();
+  ASSERT_EQ(asked.size(), 2u);
+  EXPECT_EQ(asked[1].title, L"Save Position");
+  EXPECT_EQ(asked[1].prompt, L"Save current object positions as:");
+  EXPECT_EQ(asked[1].proposed, L"Position 02");
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Front\" _PAUSE _ENTER", 1}}));
+  EXPECT_FALSE(g_bSaveWithoutConfirm);
+  Output();
+  WaitForRebuild();
+  EXPECT_EQ(Shown(), (Texts{L"Front", L"Position 01"}));
+
+  // Saving over the selected stance: the panel asks, the command does not ask again.
+  Select({0});
+  Answers().Enter(L"FRONT");
+  Answers().Answer(false);
+  EXPECT_TRUE(Click(2110));
+  asked = Answers().TakeQuestions();
+  ASSERT_EQ(asked.size(), 2u);
+  EXPECT_EQ(asked[0].proposed, L"Front");
+  EXPECT_EQ(asked[1].prompt, L"The \"FRONT\" stance already exists, do you want to replace it?");
+  EXPECT_TRUE(TakeScripts().empty()) << "answered no";
+
+  Answers().Enter(L"FRONT");
+  Answers().Answer(true);
+  Type({L"door", L""});
+  EXPECT_TRUE(Click(2110));
+  Answers().TakeQuestions();
+  TakeScripts();
+  EXPECT_EQ(Output().find(L"already exists"), std::wstring::npos);
+  EXPECT_FALSE(g_bSaveWithoutConfirm);
+  WaitForRebuild();
+  EXPECT_EQ(Shown(), (Texts{L"FRONT", L"Position 01"}));
+}
+
+TEST_F(StancesPanelTest, ACancelledSaveLeavesTheFlagOff) {
+  panel_ = &Open();
+  bool flag_during_save = false;
+  CTarsaStandIn::CommandLine().SetReader([&](const std::wstring&, std::wstring&) {
+    flag_during_save = g_bSaveWithoutConfirm;
+    return false;  // Escape at the object prompt
+  });
+  Answers().Enter(L"Front");
+  EXPECT_TRUE(Click(2110));
+  Answers().TakeQuestions();
+  TakeScripts();
+  Output();
+  EXPECT_TRUE(flag_during_save);
+  EXPECT_FALSE(g_bSaveWithoutConfirm);
+  EXPECT_EQ(Table().Count(), 0);
+}
+
+TEST_F(StancesPanelTest, RenameAndDeleteGoThroughTheCommandWithQuotesIntact) {
+  Stance(L"Side");
+  Stance(L"Side\" Front");
+  panel_ = &Open();
+  Select({1});
+  Answers().Choose(103);  // delete
+  Answers().Answer(true);
+  RightClick();
+  std::vector<Question> asked = Answers().TakeQuestions();
+  EXPECT_EQ(asked.back().prompt, L"Do you want to delete \"Side\" Front\"?");
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Delete \"Side\"\" Front\"  _ENTER", 0}}));
+  EXPECT_EQ(Table().Count(), 1);
+  EXPECT_NE(Table().FindByName(L"Side"), nullptr);
+
+  WaitForRebuild();
+  Select({0});
+  Answers().Choose(104);  // rename: the label is edited in place
+  Answers().Enter(L"Front \"new\"");
+  RightClick();
+  asked = Answers().TakeQuestions();
+  EXPECT_EQ(asked.back().kind, Question::label);
+  EXPECT_EQ(asked.back().prompt, L"Side");
+  EXPECT_EQ(TakeScripts(),
+            (Scripts{{L"!-_Stance _Rename \"Side\" \"Front \"\"new\"\"\" _ENTER", 0}}));
+  EXPECT_NE(Table().FindByName(L"Front \"new\""), nullptr);
+  EXPECT_EQ(Shown(), (Texts{L"Front \"new\""})) << "shown at once, before the rebuild";
+  EXPECT_EQ(Output(), L"");
+}
+
+TEST_F(StancesPanelTest, ADoubleClickRestoresAndTheObjectsMoveBack) {
+  const ZK_UUID door = AddNamed(L"door");
+  Save(L"Front", {door});
+  const std::vector<ZK_3dPoint> saved = Placement(door);
+  Move(door, ZK_Xform::Translation(5, 0, 0));
+  panel_ = &Open();
+  CTarsaStandIn::DoubleClick(*panel_, 0);
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0}}));
+  ExpectNear(Placement(door), saved);
+  EXPECT_EQ(GetFocus(), TarsaApp().ActiveView()->GetSafeHwnd());
+}
+
+TEST_F(StancesPanelTest, AnActionWhileACommandWaitsCancelsItThenRunsOnItsOwn) {
+  const ZK_UUID door = AddNamed(L"door");
+  Save(L"Front", {door});
+  panel_ = &Open();
+  Select({0});
+  Move(door, ZK_Xform::Translation(0, 3, 0));
+  // The user starts a command and, at its first prompt, saves over Front from the panel.
+  bool clicked = false;
+  std::deque<std::wstring> later = {L"door", L""};
+  CTarsaStandIn::CommandLine().SetReader([&](const std::wstring&, std::wstring& line) {
+    if (!clicked) {
+      clicked = true;
+      Answers().Enter(L"Front");
+      Answers().Answer(true);
+      EXPECT_TRUE(Click(2110));
+      EXPECT_TRUE(TakeScripts().empty()) << "nothing runs inside the waiting command";
+      return false;
+    }
+    if (later.empty()) return false;
+    line = later.front();
+    later.pop_front();
+    return true;
+  });
+  CTarsaStandIn::CommandLine().RunCommand(L"-_Stance");
+  EXPECT_EQ(Answers().TakeQuestions().size(), 2u) << "the panel's name and replace questions";
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Front\" _PAUSE _ENTER", 1}}));
+  const std::wstring output = Output();
+  EXPECT_EQ(output.find(L"already exists"), std::wstring::npos) << output;
+  EXPECT_FALSE(g_bSaveWithoutConfirm);
+  ASSERT_NE(Table().FindByName(L"Front"), nullptr);
+  const ZK_UUID front = Table().FindByName(L"Front")->m_id;
+  EXPECT_TRUE(RecordOf(door)->HasEntry(front));
+}
+
+}  // namespace

@@ -11,6 +11,8 @@
 
 #include "host/platform/window.h"
 
+constexpr const wchar_t* WC_LISTVIEWW = L"SysListView32";
+
 // List-view styles.
 constexpr DWORD LVS_REPORT = 0x0001;
 constexpr DWORD LVS_SHOWSELALWAYS = 0x0008;

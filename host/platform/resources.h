@@ -13,13 +13,6 @@ typedef HINSTANCE__* HINSTANCE;
 struct HICON__;
 typedef HICON__* HICON;
 
-// Window class names of dialog controls.
-constexpr const wchar_t* WC_LISTVIEWW = L"SysListView32";
-constexpr const wchar_t* WC_BUTTONW = L"Button";
-
-// Button styles.
-constexpr DWORD BS_OWNERDRAW = 0x0000000B;
-
 struct TS_DIALOG_CONTROL {
   int id;
   const wchar_t* class_name;

@@ -95,6 +95,8 @@ class CWnd : public CObject {
 };
 
 // A push button; the panels' buttons draw themselves.
+constexpr const wchar_t* WC_BUTTONW = L"Button";
+constexpr DWORD BS_OWNERDRAW = 0x0000000B;
 class CButton : public CWnd {};
 
 // Makes a window with no object attached (a dialog's control until a CWnd attaches it): null

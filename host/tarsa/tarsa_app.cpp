@@ -32,6 +32,7 @@ void CTarsaApp::Print(const wchar_t* format, ...) {
 }
 
 void CTarsaApp::RunScript(const wchar_t* macro, int echo) {
+  m_scripts.emplace_back(macro ? macro : L"", echo);
   m_command_line->RunScript(macro, echo);
 }
 

@@ -147,6 +147,7 @@ class CTarsaApp {
   std::vector<CTarsaPlugIn*> m_plug_ins;
   std::vector<ShownMessageBox> m_message_boxes;
   std::vector<unsigned int> m_stance_changes;
+  std::vector<std::pair<std::wstring, int>> m_scripts;
   std::function<void(CTarsaDoc&)> m_stance_changed_handler;
 };
 

@@ -102,6 +102,27 @@ TEST_F(CommandLineTest, AMacroPausesForTheUserAndCancelsWithBang) {
             L"Pick ( Left Length Mode=Fast ):\n");
 }
 
+TEST_F(CommandLineTest, AnActionElsewhereCancelsTheWaitingCommandAndRunsOnceItEnded) {
+  int calls = 0;
+  std::vector<bool> command_running;
+  CommandLine().SetReader([&](const std::wstring&, std::wstring& line) {
+    ++calls;
+    if (calls == 2) {
+      CommandLine().RunWhenNoCommand([&] {
+        command_running.push_back(CommandLine().RunningCommand() != nullptr);
+        TarsaApp().RunScript(L"!-_Ask \"say \"\"hi\"\"\" c _Enter", 0);
+      });
+    }
+    // The second line was typed while the user clicked: it stays for the next prompt.
+    line = calls == 1 ? L"-_Ask" : L"typed";
+    return calls <= 2;
+  });
+  CommandLine().ProcessInput();
+  EXPECT_EQ(command_running, std::vector<bool>{false});
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: -_Ask\nFirst:\n[say \"hi\"]\n[c]\nCommand: typed\nUnknown command: typed\n");
+}
+
 TEST_F(CommandLineTest, EnterAndTheEndOfInputAreAnswersToo) {
   Type({L"_ask", L"", L"_Enter"});
   CommandLine().ProcessInput();

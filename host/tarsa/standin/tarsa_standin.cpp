@@ -84,6 +84,12 @@ const std::vector<CTarsaPlugIn*>& CTarsaStandIn::PlugIns() { return TarsaApp().m
 
 CTarsaCommandLine& CTarsaStandIn::CommandLine() { return *TarsaApp().m_command_line; }
 
+std::vector<std::pair<std::wstring, int>> CTarsaStandIn::TakeScripts() {
+  std::vector<std::pair<std::wstring, int>> scripts;
+  scripts.swap(TarsaApp().m_scripts);
+  return scripts;
+}
+
 std::vector<CTarsaStandIn::ShownMessageBox> CTarsaStandIn::TakeMessageBoxes() {
   std::vector<ShownMessageBox> shown;
   shown.swap(TarsaApp().m_message_boxes);
@@ -201,6 +207,7 @@ void CTarsaStandIn::Reset() {
   SetLanguage(1033);
   app.m_message_boxes.clear();
   app.m_stance_changes.clear();
+  app.m_scripts.clear();
   app.m_stance_changed_handler = nullptr;
   ClearTranslations();
   SetLocalizationObserver(nullptr);

@@ -56,6 +56,9 @@ class CTarsaStandIn {
   // The command line: input fed through its reader, output taken with TakeOutput.
   static CTarsaCommandLine& CommandLine();
 
+  // The macros run with CTarsaApp::RunScript since the last call, each with its echo mode.
+  static std::vector<std::pair<std::wstring, int>> TakeScripts();
+
   // Message boxes shown since the last call, in order; the host program prints each one.
   using ShownMessageBox = CTarsaApp::ShownMessageBox;
   static std::vector<ShownMessageBox> TakeMessageBoxes();

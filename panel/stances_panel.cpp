@@ -116,12 +116,12 @@ void CTsStancesManagerDlg::RefreshListCaptions() {
 
 int CTsStancesManagerDlg::CompareListItems(LPARAM data1, LPARAM data2, LPARAM sort_parameter) {
   CKorvoDocData& table = *KorvoPlugIn().DocData(static_cast<unsigned int>(sort_parameter));
-  const auto name_of = [&table](LPARAM data) {
+  static const ZK_wString kNoName;
+  const auto name_of = [&table](LPARAM data) -> const ZK_wString& {
     const int index = static_cast<int>(data);
-    return index >= 0 && index < table.Count() ? table.m_entries[index]->m_name.Text()
-                                               : std::wstring();
+    return index >= 0 && index < table.Count() ? table.m_entries[index]->m_name : kNoName;
   };
-  return ZK_wString(name_of(data1)).CompareNoCase(name_of(data2).c_str());
+  return name_of(data1).CompareNoCase(name_of(data2));
 }
 
 std::wstring CTsStancesManagerDlg::DefaultSaveName() {

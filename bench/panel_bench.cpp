@@ -1,0 +1,120 @@
+// The Stances panel with many stances: a full rebuild of its list against the host filling and
+// sorting a list of the same names, and the save dialog's proposed name, when every "Position
+// %02d" name up to the count is taken, against one search of the table.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "bench/ratio_table.h"
+#include "host/tarsa/standin/tarsa_standin.h"
+#include "panel/panel_actions.h"
+#include "panel/stances_panel.h"
+#include "plugin/korvo_plugin.h"
+
+namespace {
+
+void Sizes(benchmark::internal::Benchmark* b) {
+  b->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
+}
+
+std::wstring PoseName(int n) { return L"Pose " + std::to_wstring(n) + L" of the model"; }
+
+std::wstring PositionName(int n) {
+  ZK_wString name;
+  name.Format(L"Position %02d", n);
+  return name.Text();
+}
+
+// A new active document whose table holds `count` stances named by `name_of`, in a shuffled
+// order; the caller closes it.
+CTarsaDoc& DocumentWithStances(int count, std::wstring (*name_of)(int)) {
+  CTarsaDoc* doc = CTarsaStandIn::NewDocument();
+  std::vector<int> order(static_cast<size_t>(count));
+  for (int i = 0; i < count; ++i) order[static_cast<size_t>(i)] = i + 1;
+  std::shuffle(order.begin(), order.end(), std::mt19937(12345));
+  CKorvoDocData& table = *KorvoPlugIn().DocData(doc->RuntimeSerialNumber());
+  for (int n : order) {
+    ZK_UUID id;
+    ZK_CreateUuid(id);
+    table.m_entries.Add(new CKorvoDocData::USER_DATA{id, name_of(n).c_str()});
+  }
+  return *doc;
+}
+
+void BM_PanelRebuild(benchmark::State& state) {
+  const unsigned int panel_doc =
+      DocumentWithStances(static_cast<int>(state.range(0)), &PoseName).RuntimeSerialNumber();
+  TarsaUiOpenDockbarTab(g_stances_panel_tab_id);
+  CTsStancesManagerDlg& panel = *g_pStancesPanel;
+  if (panel.List().GetItemCount() != state.range(0)) state.SkipWithError("the list is not full");
+  for (auto _ : state) {
+    panel.ListCaptions().Empty();  // the next request finds a change
+    panel.RebuildListIfChanged();
+  }
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  CTarsaStandIn::CloseDocument(panel_doc);
+}
+BENCHMARK(BM_PanelRebuild)->Apply(Sizes);
+
+std::vector<std::wstring> g_sorted_names;
+int CompareNames(LPARAM a, LPARAM b, LPARAM) {
+  return ZK_wString(g_sorted_names[static_cast<size_t>(a)].c_str())
+      .CompareNoCase(g_sorted_names[static_cast<size_t>(b)].c_str());
+}
+
+// The host filling a sorted list with the same names, and sorting it by them.
+void BM_FillAndSortList(benchmark::State& state) {
+  CTarsaDoc& doc = DocumentWithStances(static_cast<int>(state.range(0)), &PoseName);
+  CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+  g_sorted_names.clear();
+  for (int i = 0; i < table.Count(); ++i)
+    g_sorted_names.push_back(table.m_entries[i]->m_name.Text());
+  CWnd parent;
+  parent.Create(L"Parent", WS_VISIBLE, RECT{0, 0, 200, 400}, nullptr, 0);
+  CListCtrl list;
+  list.Create(WC_LISTVIEWW, WS_CHILD | LVS_REPORT | LVS_SORTASCENDING, RECT{0, 0, 200, 400},
+              &parent, 1);
+  for (auto _ : state) {
+    list.SendMessage(LVM_DELETEALLITEMS);
+    for (int i = 0; i < table.Count(); ++i) {
+      const int item =
+          list.InsertItem(LVIF_TEXT, i, g_sorted_names[static_cast<size_t>(i)].c_str(), 0, 0, 0, 0);
+      list.SetItem(item, 0, LVIF_PARAM, nullptr, 0, 0, 0, i);
+    }
+    list.SendMessage(LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(&CompareNames));
+  }
+  if (list.GetItemCount() != state.range(0)) state.SkipWithError("the list is not full");
+  CTarsaStandIn::CloseDocument(doc.RuntimeSerialNumber());
+}
+BENCHMARK(BM_FillAndSortList)->Apply(Sizes);
+
+void BM_NewStanceName(benchmark::State& state) {
+  CTarsaDoc& doc = DocumentWithStances(static_cast<int>(state.range(0)), &PositionName);
+  if (NewStanceName(doc) != PositionName(static_cast<int>(state.range(0)) + 1)) {
+    state.SkipWithError("not the first free name");
+  }
+  for (auto _ : state) benchmark::DoNotOptimize(NewStanceName(doc));
+  CTarsaStandIn::CloseDocument(doc.RuntimeSerialNumber());
+}
+BENCHMARK(BM_NewStanceName)->Apply(Sizes);
+
+// One search of the table for a name it does not have.
+void BM_FindMissingName(benchmark::State& state) {
+  CTarsaDoc& doc = DocumentWithStances(static_cast<int>(state.range(0)), &PositionName);
+  CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+  for (auto _ : state) benchmark::DoNotOptimize(table.FindByName(L"Position 00"));
+  CTarsaStandIn::CloseDocument(doc.RuntimeSerialNumber());
+}
+BENCHMARK(BM_FindMissingName)->Apply(Sizes);
+
+KORVO_RATIO_ROW("Panel list rebuild / the host filling and sorting a list of the names",
+                "BM_PanelRebuild", "BM_FillAndSortList", 1.50);
+// Formatting and folding each candidate costs some searches' worth; what matters is that the
+// ratio stays as the table grows (a search per candidate would multiply it by the count).
+KORVO_RATIO_ROW("Proposed save name, all numbers taken / one search of the table",
+                "BM_NewStanceName", "BM_FindMissingName", 20.0);
+
+}  // namespace

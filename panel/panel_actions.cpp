@@ -55,7 +55,8 @@ std::wstring NewStanceName(CTarsaDoc& doc) {
   // One pass over the table, then at most one candidate more than there are stances.
   CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
   std::unordered_set<std::wstring> taken;
-  for (int i = 0; i < table.Count(); ++i) taken.insert(table.m_entries[i]->m_name.CaseFolded().Text());
+  for (int i = 0; i < table.Count(); ++i)
+    taken.insert(table.m_entries[i]->m_name.CaseFolded().Text());
   const wchar_t* format = TsLocalizeString(L"Position %02d", 28191);
   ZK_wString name;
   for (int n = 1;; ++n) {

@@ -9,7 +9,8 @@ TEST(PanelActions, QuotedNamesComeBackWholeFromTheCommandLine) {
   EXPECT_EQ(QuoteName(L""), L"");
   EXPECT_EQ(QuoteName(L"Front"), L"\"Front\"");
   EXPECT_EQ(QuoteName(L"Side\" Front"), L"\"Side\"\" Front\"");
-  for (const wchar_t* name : {L"Front", L"two words", L"Side\" Front", L"\"", L"a\"\"b", L"end\""}) {
+  for (const wchar_t* name :
+       {L"Front", L"two words", L"Side\" Front", L"\"", L"a\"\"b", L"end\""}) {
     const std::vector<CTarsaToken> tokens = TsTokenize(QuoteName(name), false);
     ASSERT_EQ(tokens.size(), 1u) << name;
     EXPECT_EQ(tokens[0].word, name);

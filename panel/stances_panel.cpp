@@ -59,8 +59,7 @@ const wchar_t* CTsStancesManagerDlg::Caption() const {
 ZK_UUID CTsStancesManagerDlg::PlugInID() const { return KorvoPlugIn().PlugInID(); }
 
 HICON CTsStancesManagerDlg::Icon(int width, int height) {
-  const CTsRiskyActionSpy spy("AFX_MANAGE_STATE", "CTsStancesManagerDlg::Icon", "NamedItemDlg",
-                              74);
+  const CTsRiskyActionSpy spy("AFX_MANAGE_STATE", "CTsStancesManagerDlg::Icon", "NamedItemDlg", 74);
   AFX_MANAGE_STATE(KorvoModuleState());
   return CTarsaWindowsDpi::Dpi().LoadIconW(AfxGetResourceHandle(), 1021, width, height);
 }
@@ -296,12 +295,12 @@ void CTsStancesManagerDlg::DoDataExchange(CDataExchange* exchange) {
 int CTsStancesManagerDlg::OnInitDialog() {
   CTsNamedDocObjectManagerDlg::OnInitDialog();
   const int size = CTarsaWindowsDpi::Dpi().IconSize(49);
-  m_btnUpdate.Initialize(1036, 1038, 1037,
-                         TsLocalizeString(L"Update selected stance", 34038), size);
-  m_btnAppend.Initialize(1039, 1041, 1040,
-                         TsLocalizeString(L"Append to selected stance", 34197), size);
-  m_btnSelect.Initialize(1033, 1035, 1034,
-                         TsLocalizeString(L"Select objects of stance", 33395), size);
+  m_btnUpdate.Initialize(1036, 1038, 1037, TsLocalizeString(L"Update selected stance", 34038),
+                         size);
+  m_btnAppend.Initialize(1039, 1041, 1040, TsLocalizeString(L"Append to selected stance", 34197),
+                         size);
+  m_btnSelect.Initialize(1033, 1035, 1034, TsLocalizeString(L"Select objects of stance", 33395),
+                         size);
   EnableDisableControls();
   return 0;
 }

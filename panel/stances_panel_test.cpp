@@ -54,9 +54,7 @@ class StancesPanelTest : public StanceDocumentTest {
   }
   void Select(const std::vector<int>& items) { CTarsaStandIn::SelectItems(*panel_, items); }
   bool Enabled(int control) const { return IsWindowEnabled(panel_->GetDlgItem(control)); }
-  std::vector<bool> ToolButtons() const {
-    return {Enabled(1148), Enabled(1149), Enabled(2112)};
-  }
+  std::vector<bool> ToolButtons() const { return {Enabled(1148), Enabled(1149), Enabled(2112)}; }
   RECT Rect(int control) const {
     CWnd* window = TsWindowObject(panel_->GetDlgItem(control));
     return window->WindowRect();
@@ -269,9 +267,13 @@ TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStance) {
   RightClick({-1, -1});
   asked = Answers().TakeQuestions();
   ASSERT_EQ(asked.size(), 1u);
-  const Texts expected = {L"&Restore Stance", L"&Update Stance", L"&Append Stance",
+  const Texts expected = {L"&Restore Stance",
+                          L"&Update Stance",
+                          L"&Append Stance",
                           L"",
-                          L"&Delete Stance",  L"Rena&me Stance", L"",
+                          L"&Delete Stance",
+                          L"Rena&me Stance",
+                          L"",
                           L"S&elect In Document",
                           L"",
                           L"&Save Object Positions As Stance..."};

@@ -40,5 +40,6 @@ bool CTsDialogEvents::Click(CDialog& dialog, int control_id) {
 }
 
 void CTsDialogEvents::ContextMenu(CDialog& dialog, CWnd* window, POINT point) {
-  if (dialog.GetSafeHwnd() != nullptr && dialog.IsWindowEnabled()) dialog.OnContextMenu(window, point);
+  if (dialog.GetSafeHwnd() != nullptr && dialog.IsWindowEnabled())
+    dialog.OnContextMenu(window, point);
 }

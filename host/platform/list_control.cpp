@@ -30,11 +30,10 @@ int CListCtrl::SortedPosition(const std::wstring& text) const {
   // After every item that sorts with or before it; the common case, an item that sorts last, is
   // found at once.
   if (m_items.empty() || CompareTexts(m_items.back()->text, text) <= 0) return GetItemCount();
-  const auto after = std::upper_bound(
-      m_items.begin(), m_items.end(), text,
-      [](const std::wstring& t, const std::unique_ptr<Item>& item) {
-        return CompareTexts(t, item->text) < 0;
-      });
+  const auto after = std::upper_bound(m_items.begin(), m_items.end(), text,
+                                      [](const std::wstring& t, const std::unique_ptr<Item>& item) {
+                                        return CompareTexts(t, item->text) < 0;
+                                      });
   return static_cast<int>(after - m_items.begin());
 }
 
@@ -94,9 +93,8 @@ std::wstring CListCtrl::GetItemText(int item) const {
 }
 
 UINT CListCtrl::GetItemState(int item, UINT state_mask) const {
-  return item >= 0 && item < GetItemCount()
-             ? m_items[static_cast<size_t>(item)]->state & state_mask
-             : 0;
+  return item >= 0 && item < GetItemCount() ? m_items[static_cast<size_t>(item)]->state & state_mask
+                                            : 0;
 }
 
 int CListCtrl::GetNextItem(int item, UINT flags) const {
@@ -127,8 +125,7 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
       if (wparam != 0) return 0;
       RECT client;
       GetClientRect(&client);
-      m_column_width =
-          lparam == LVSCW_AUTOSIZE_USEHEADER ? client.right : static_cast<int>(lparam);
+      m_column_width = lparam == LVSCW_AUTOSIZE_USEHEADER ? client.right : static_cast<int>(lparam);
       return 1;
     }
     case LVM_SORTITEMS: {

@@ -52,9 +52,9 @@ bool SetMenuDefaultItem(HMENU menu, UINT item, UINT by_position) {
   Menu* m = Find(menu);
   if (m == nullptr) return false;
   if (by_position) {
-    m->default_item =
-        item < m->items.size() && !m->items[item].separator ? static_cast<int>(m->items[item].id)
-                                                            : -1;
+    m->default_item = item < m->items.size() && !m->items[item].separator
+                          ? static_cast<int>(m->items[item].id)
+                          : -1;
   } else {
     m->default_item = static_cast<int>(item);
   }
@@ -90,11 +90,12 @@ bool CMenu::DestroyMenu() {
 
 int CMenu::TrackPopupMenu(UINT flags, int x, int y, CWnd* owner) {
   if (!IsMenu(m_hMenu)) return 0;
-  UINT chosen = UserAnswers().ChooseMenuItem(m_hMenu, POINT{x, y},
-                                             owner ? owner->GetSafeHwnd() : nullptr);
+  UINT chosen =
+      UserAnswers().ChooseMenuItem(m_hMenu, POINT{x, y}, owner ? owner->GetSafeHwnd() : nullptr);
   // Only an item of the menu can be chosen.
   bool known = false;
-  for (const TsMenuItem& item : TsMenuItems(m_hMenu)) known = known || (!item.separator && item.id == chosen);
+  for (const TsMenuItem& item : TsMenuItems(m_hMenu))
+    known = known || (!item.separator && item.id == chosen);
   if (!known) chosen = 0;
   if (flags & TPM_RETURNCMD) return static_cast<int>(chosen);
   return chosen != 0;

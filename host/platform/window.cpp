@@ -35,8 +35,7 @@ Window* Find(HWND hwnd) {
 
 }  // namespace
 
-HWND TsCreateWindow(const wchar_t* class_name, DWORD style, const RECT& rect, HWND parent,
-                    int id) {
+HWND TsCreateWindow(const wchar_t* class_name, DWORD style, const RECT& rect, HWND parent, int id) {
   if (parent != nullptr && !IsWindow(parent)) return nullptr;
   auto window = std::make_unique<Window>();
   window->parent = parent;
@@ -113,8 +112,7 @@ int TsRepaintCount(HWND hwnd) {
 
 CWnd::~CWnd() { DestroyWindow(); }
 
-bool CWnd::Create(const wchar_t* class_name, DWORD style, const RECT& rect, CWnd* parent,
-                  int id) {
+bool CWnd::Create(const wchar_t* class_name, DWORD style, const RECT& rect, CWnd* parent, int id) {
   if (m_hWnd != nullptr) return false;
   const HWND parent_hwnd = parent ? parent->m_hWnd : nullptr;
   if (parent != nullptr && !IsWindow(parent_hwnd)) return false;

@@ -66,8 +66,8 @@ void CTsNamedDocObjectManagerDlg::EnableDisableControls() {
   m_help_button.EnableWindow(true);
 }
 
-void CTsNamedDocObjectManagerDlg::GetLayoutMetrics(int& margin, int& width, int& height,
-                                                   int& gap_x, int& gap_y, int) const {
+void CTsNamedDocObjectManagerDlg::GetLayoutMetrics(int& margin, int& width, int& height, int& gap_x,
+                                                   int& gap_y, int) const {
   const int dpi = CTarsaWindowsDpi::Dpi().Value();
   const auto scaled = [dpi](int pixels) { return pixels * dpi / 96; };
   margin = scaled(4);
@@ -86,8 +86,8 @@ void CTsNamedDocObjectManagerDlg::AppendHelpButton(ZK_SimpleArray<CButton*>& but
 }
 
 int CTsNamedDocObjectManagerDlg::FirstSelectedItem() {
-  return static_cast<int>(m_list.SendMessage(LVM_GETNEXTITEM, static_cast<WPARAM>(-1),
-                                             LVNI_SELECTED));
+  return static_cast<int>(
+      m_list.SendMessage(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }
 
 void CTsNamedDocObjectManagerDlg::OnSave() {

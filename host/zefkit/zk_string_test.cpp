@@ -22,7 +22,8 @@ TEST(ZkString, CompareNoCaseFoldsEveryScriptWhateverTheProcessLocale) {
     EXPECT_LT(NoCase(L"abc", L"ABCD"), 0) << locale;
     EXPECT_GT(NoCase(L"abcd", L"ABC"), 0) << locale;
     // Folded forms are equal exactly when the texts compare equal ignoring case.
-    EXPECT_EQ(ZK_wString(L"\u00C4pfel \u03A3").CaseFolded(), ZK_wString(L"\u00E4PFEL \u03C2").CaseFolded());
+    EXPECT_EQ(ZK_wString(L"\u00C4pfel \u03A3").CaseFolded(),
+              ZK_wString(L"\u00E4PFEL \u03C2").CaseFolded());
     EXPECT_NE(ZK_wString(L"abc").CaseFolded(), ZK_wString(L"ABCD").CaseFolded());
   }
   std::setlocale(LC_ALL, saved.c_str());

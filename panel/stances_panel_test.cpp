@@ -116,6 +116,19 @@ TEST_F(StancesPanelTest, OpeningTheTabMakesThePanelAndClosingDestroysIt) {
   EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr);
 }
 
+TEST_F(StancesPanelTest, UnloadingThePlugInClosesItsPanelAndALoadRegistersItAgain) {
+  panel_ = &Open();
+  ASSERT_TRUE(CTarsaStandIn::UnloadPlugIn(KorvoPlugIn()));
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr) << "no class: an empty tab";
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
+  panel_ = &Open();
+  EXPECT_EQ(g_pStancesPanel, panel_);
+}
+
 TEST_F(StancesPanelTest, ASecondInstanceTakesThePointerAndDestroyingAnyClearsIt) {
   panel_ = &Open();
   {

@@ -46,7 +46,6 @@ const wchar_t* CKorvoPlugIn::PlugInVersion() const { return m_version; }
 bool CKorvoPlugIn::OnLoadPlugIn() {
   EventWatcher()->Register();
   EventWatcher()->Enable(true);
-  // Once per host session: a second load finds the class registered already.
   CTarsaTabbedDockBarDialog::Register(&CTsStancesManagerDlg::kRuntimeClass,
                                       CTsStancesManagerDlg::dialog_template, KorvoModuleState());
   m_dynamic_access = new CKorvoDynamicAccess();

@@ -49,7 +49,8 @@ bool CTarsaApp::RegisterPanelClass(const CRuntimeClass* runtime_class, int templ
   for (const PanelClass& known : m_panel_classes) {
     if (known.runtime_class == runtime_class) return false;
   }
-  m_panel_classes.push_back(PanelClass{runtime_class, template_id, module_state, false, {}});
+  m_panel_classes.push_back(
+      PanelClass{runtime_class, template_id, module_state, false, {}, m_loading_plug_in});
   return true;
 }
 
@@ -96,6 +97,17 @@ bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab_id) {
 void CTarsaApp::ClosePanels() {
   while (!m_panels.empty()) CloseDockbarTab(m_panels.begin()->first);
   m_open_tabs.clear();
+}
+
+void CTarsaApp::ForgetPanelClasses(const CTarsaPlugIn* owner) {
+  for (auto c = m_panel_classes.begin(); c != m_panel_classes.end();) {
+    if (c->owner != owner) {
+      ++c;
+      continue;
+    }
+    if (c->tab_id_known) CloseDockbarTab(c->tab_id);
+    c = m_panel_classes.erase(c);
+  }
 }
 
 void CTarsaApp::RunDueWork(bool idle) {

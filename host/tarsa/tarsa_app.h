@@ -117,12 +117,15 @@ class CTarsaApp {
     AFX_MODULE_STATE* module_state;
     bool tab_id_known;
     ZK_UUID tab_id;
+    CTarsaPlugIn* owner;  // the plug-in that was loading when the class was registered
   };
   // A new panel of the class registered for the tab, or null.
   CTarsaTabbedDockBarDialog* NewPanel(const ZK_UUID& tab_id, const PanelClass** panel_class);
   // Carries out panels' work that is due, or all of it when the host is idle.
   void RunDueWork(bool idle);
   void ClosePanels();
+  // Closes the panels of the classes a plug-in registered, and forgets the classes.
+  void ForgetPanelClasses(const CTarsaPlugIn* owner);
 
   // What only the stand-in's controls use (host/tarsa/standin/tarsa_standin.h).
   struct ShownMessageBox {
@@ -139,6 +142,7 @@ class CTarsaApp {
   std::unique_ptr<CTarsaCommandLine> m_command_line;
   std::set<ZK_UUID> m_open_tabs;
   std::vector<PanelClass> m_panel_classes;
+  CTarsaPlugIn* m_loading_plug_in = nullptr;
   std::map<ZK_UUID, std::unique_ptr<CTarsaTabbedDockBarDialog>> m_panels;
   unsigned long long m_clock_ms = 0;
   CWnd m_main_window;

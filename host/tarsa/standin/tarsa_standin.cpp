@@ -66,7 +66,13 @@ void CTarsaStandIn::ClearUndo(CTarsaDoc& doc) { doc.ClearUndo(); }
 bool CTarsaStandIn::LoadPlugIn(CTarsaPlugIn& plug_in) {
   std::vector<CTarsaPlugIn*>& plug_ins = TarsaApp().m_plug_ins;
   if (std::find(plug_ins.begin(), plug_ins.end(), &plug_in) != plug_ins.end()) return true;
-  if (!plug_in.OnLoadPlugIn()) return false;
+  TarsaApp().m_loading_plug_in = &plug_in;
+  const bool loaded = plug_in.OnLoadPlugIn();
+  TarsaApp().m_loading_plug_in = nullptr;
+  if (!loaded) {
+    TarsaApp().ForgetPanelClasses(&plug_in);
+    return false;
+  }
   plug_ins.push_back(&plug_in);
   return true;
 }
@@ -76,6 +82,7 @@ bool CTarsaStandIn::UnloadPlugIn(CTarsaPlugIn& plug_in) {
   const auto found = std::find(plug_ins.begin(), plug_ins.end(), &plug_in);
   if (found == plug_ins.end()) return false;
   plug_ins.erase(found);
+  TarsaApp().ForgetPanelClasses(&plug_in);
   plug_in.OnUnloadPlugIn();
   return true;
 }

@@ -46,7 +46,8 @@ class CTarsaStandIn {
 
   // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to
   // the plug-ins the host asks for document data: false (the plug-in not added) when it refused.
-  // UnloadPlugIn calls OnUnloadPlugIn and removes it; false when it was not loaded.
+  // UnloadPlugIn closes the panels of the classes the plug-in registered and forgets the classes,
+  // calls OnUnloadPlugIn and removes it; false when it was not loaded.
   static bool LoadPlugIn(CTarsaPlugIn& plug_in);
   static bool UnloadPlugIn(CTarsaPlugIn& plug_in);
   static const std::vector<CTarsaPlugIn*>& PlugIns();

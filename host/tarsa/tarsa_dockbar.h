@@ -1,11 +1,11 @@
 // The host's dock bars: panels shown as tabs, known by their tab ids.
 //
 // CTarsaTabbedDockBarDialog is the base of a panel. A plug-in registers its panel class at load
-// (Register); the host forgets the class, closing its panels, when the plug-in unloads. When a tab
-// is opened (TarsaUiOpenDockbarTab) the host creates the panel from the registered class, makes its
-// window from the registered dialog template, switched to the registered module state so that the
-// plug-in's own resources are used; when the tab is closed the host destroys the panel. The host
-// owns every panel it creates.
+// (Register); the host forgets the class, closing its panels, when the plug-in unloads. When a
+// tab is opened (TarsaUiOpenDockbarTab) the host creates the panel from the registered class and
+// makes its window from the registered dialog template, switched to the registered module state
+// so that the plug-in's own resources are used; when the tab is closed the host destroys the
+// panel. The host owns every panel it creates.
 #pragma once
 
 #include "host/platform/dialog.h"

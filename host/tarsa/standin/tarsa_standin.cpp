@@ -124,24 +124,38 @@ CTsNamedDocObjectManagerDlg* CTarsaStandIn::Panel(const ZK_UUID& tab_id) {
                                : dynamic_cast<CTsNamedDocObjectManagerDlg*>(found->second.get());
 }
 
+namespace {
+
+// Delivers a user's action to a panel: now, or once the waiting command has been cancelled, when
+// the panel of that tab (if it is still open) receives it.
+void Deliver(CTsNamedDocObjectManagerDlg& panel,
+             std::function<void(CTsNamedDocObjectManagerDlg&)> action) {
+  const ZK_UUID tab_id = panel.TabId();
+  CTarsaStandIn::CommandLine().RunWhenNoCommand([tab_id, action] {
+    if (CTsNamedDocObjectManagerDlg* open = CTarsaStandIn::Panel(tab_id)) action(*open);
+  });
+}
+
+}  // namespace
+
 bool CTarsaStandIn::Click(CTsNamedDocObjectManagerDlg& panel, int control_id) {
   const HWND control = panel.GetDlgItem(control_id);
-  if (control == nullptr || !IsWindowEnabled(control)) return false;
-  bool handled = true;
-  CommandLine().RunWhenNoCommand(
-      [&panel, control_id, &handled] { handled = CTsDialogEvents::Click(panel, control_id); });
-  return handled;
+  if (control == nullptr || !IsWindowEnabled(control) || !panel.IsWindowEnabled()) return false;
+  Deliver(panel,
+          [control_id](CTsNamedDocObjectManagerDlg& p) { CTsDialogEvents::Click(p, control_id); });
+  return true;
 }
 
 void CTarsaStandIn::ContextMenu(CTsNamedDocObjectManagerDlg& panel, POINT point) {
-  CommandLine().RunWhenNoCommand(
-      [&panel, point] { CTsDialogEvents::ContextMenu(panel, &panel.List(), point); });
+  Deliver(panel, [point](CTsNamedDocObjectManagerDlg& p) {
+    CTsDialogEvents::ContextMenu(p, &p.List(), point);
+  });
 }
 
 void CTarsaStandIn::DoubleClick(CTsNamedDocObjectManagerDlg& panel, int item) {
   if (item < 0 || item >= panel.List().GetItemCount()) return;
   SelectItems(panel, {item});
-  CommandLine().RunWhenNoCommand([&panel] { panel.OnDefaultAction(); });
+  Deliver(panel, [](CTsNamedDocObjectManagerDlg& p) { p.OnDefaultAction(); });
 }
 
 void CTarsaStandIn::SelectItems(CTsNamedDocObjectManagerDlg& panel, const std::vector<int>& items) {

@@ -76,8 +76,8 @@ class CTarsaStandIn {
   // Panels. Panel gives the open panel of a tab, or null. The user's actions on a panel (Click of
   // a control, ContextMenu at a screen point, DoubleClick of a list item) go to the panel as the
   // window system delivers them; while a command waits for input, the host first cancels it and
-  // delivers the action once it has ended. Click is false when the control does not exist, is
-  // disabled, or nothing handled it. SelectItems selects exactly the list items given; Resize
+  // delivers the action once it has ended, if the panel is still open. Click is false when the
+  // control does not exist or is disabled. SelectItems selects exactly the list items given; Resize
   // gives the panel a new size in pixels and lays it out again.
   static CTsNamedDocObjectManagerDlg* Panel(const ZK_UUID& tab_id);
   static bool Click(CTsNamedDocObjectManagerDlg& panel, int control_id);

@@ -4,6 +4,7 @@
 
 #include "command/save_flows.h"
 #include "host/platform/module_state.h"
+#include "host/platform/user_answers.h"
 #include "host/tarsa/tarsa_dpi.h"
 #include "testing/stance_document_test.h"
 
@@ -211,6 +212,57 @@ TEST_F(StancesPanelTest, ThePanelShowsTheActiveDocumentAndHearsOfNewOnes) {
   CTarsaStandIn::CloseDocument(serial_);
   EXPECT_EQ(panel_->Document(), other);
   EXPECT_TRUE(Shown().empty());
+}
+
+TEST_F(StancesPanelTest, UntilTheRebuildAnItemNamesWhatItsIndexNamesNow) {
+  Entry(L"A");
+  Entry(L"B");
+  Entry(L"C");
+  panel_ = &Open();
+  ASSERT_TRUE(Table().RemoveByName(L"B"));
+  EXPECT_EQ(panel_->ItemName(1), L"C") << "B's index now names C";
+  EXPECT_EQ(panel_->StanceOfItem(2), nullptr) << "C's index is beyond the table";
+  EXPECT_EQ(panel_->ItemName(-1), L"");
+  Select({1});
+  EXPECT_EQ(panel_->DefaultSaveName(), L"C");
+  panel_->RefreshListCaptions();
+  // The item of no stance keeps its text and sorts as an empty name.
+  EXPECT_EQ(Shown(), (Texts{L"C", L"A", L"C"}));
+  EXPECT_EQ(Data(), (std::vector<LPARAM>{2, 0, 1}));
+  WaitForRebuild();
+  EXPECT_EQ(Shown(), (Texts{L"A", L"C"}));
+}
+
+// A front end's answers, which look at the panel while it asks.
+class FrontEnd : public IUserAnswers {
+ public:
+  explicit FrontEnd(CWnd& panel) : m_panel(panel) {}
+  UINT ChooseMenuItem(HMENU, POINT, HWND) override { return 0; }
+  bool AskText(const std::wstring&, const std::wstring&, const std::wstring& proposed,
+               std::wstring& text) override {
+    panel_enabled_while_asked = m_panel.IsWindowEnabled();
+    text = proposed;
+    return true;
+  }
+  bool AskYesNo(const std::wstring&, const std::wstring&) override { return false; }
+  bool EditLabel(HWND, int, const std::wstring&, std::wstring&) override { return false; }
+  bool panel_enabled_while_asked = true;
+
+ private:
+  CWnd& m_panel;
+};
+
+TEST_F(StancesPanelTest, AFrontEndAnswersTheDialogsWhileThePanelWaitsDisabled) {
+  Stance(L"Position 01");
+  panel_ = &Open();
+  FrontEnd front_end(*panel_);
+  SetUserAnswers(&front_end);
+  EXPECT_TRUE(Click(2110));  // proposes Position 02, which is free: no question
+  SetUserAnswers(nullptr);
+  EXPECT_FALSE(front_end.panel_enabled_while_asked);
+  EXPECT_TRUE(panel_->IsWindowEnabled());
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Position 02\" _PAUSE _ENTER", 1}}));
+  Output();
 }
 
 TEST_F(StancesPanelTest, ButtonsFlowInRowsAndTheListFillsTheRest) {

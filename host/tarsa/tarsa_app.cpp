@@ -89,7 +89,8 @@ bool CTarsaApp::OpenDockbarTab(const ZK_UUID& tab_id) {
   return true;
 }
 
-bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab_id) {
+bool CTarsaApp::CloseDockbarTab(const ZK_UUID& tab) {
+  const ZK_UUID tab_id = tab;  // `tab` may be the key of the panel that goes
   m_panels.erase(tab_id);
   return m_open_tabs.erase(tab_id) != 0;
 }

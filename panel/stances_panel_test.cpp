@@ -285,6 +285,8 @@ TEST_F(StancesPanelTest, ButtonsFlowInRowsAndTheListFillsTheRest) {
   EXPECT_EQ(list.left, m);
   EXPECT_EQ(list.right, m + 3 * w + 2 * gx - m);
   EXPECT_EQ(list.bottom, 300 - m);
+  EXPECT_GT(TsRepaintCount(List().GetSafeHwnd()), 0) << "the list is repainted";
+  EXPECT_EQ(TsRepaintCount(panel_->GetDlgItem(2110)), 0) << "the buttons are not";
 
   // Narrower than one button: the first row stays empty, then one button a row.
   CTarsaStandIn::Resize(*panel_, m + w - 1, 400);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/tarsa/standin/tarsa_plugin_loader.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_string.h"
 
 namespace {
@@ -61,3 +62,5 @@ CTarsaCommand* CTarsaCommand::Find(const wchar_t* name, bool english) {
   }
   return nullptr;
 }
+
+std::vector<CTarsaCommand*> CTarsaStandIn::Commands() { return ::Commands(); }

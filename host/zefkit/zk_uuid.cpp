@@ -5,12 +5,18 @@
 #include <random>
 
 #include "host/zefkit/standin/zk_testing.h"
+#include "host/zefkit/standin/zk_uuid_seed.h"
 
 const ZK_UUID ZK_nil_uuid = {0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 0}};
 
 namespace {
 
 bool g_fail_create_uuid = false;
+
+std::mt19937_64& Generator() {
+  static std::mt19937_64 generator{std::random_device{}()};
+  return generator;
+}
 
 // The 16 bytes in the order they are printed: Data1..Data3 most significant byte first.
 void ToBytes(const ZK_UUID& uuid, unsigned char bytes[16]) {
@@ -54,10 +60,9 @@ int ZK_UuidCompare(const ZK_UUID& a, const ZK_UUID& b) {
 
 bool ZK_CreateUuid(ZK_UUID& uuid) {
   if (g_fail_create_uuid) return false;
-  static std::mt19937_64 generator{std::random_device{}()};
   unsigned char bytes[16];
   for (int i = 0; i < 16; i += 8) {
-    const unsigned long long bits = generator();
+    const unsigned long long bits = Generator()();
     std::memcpy(bytes + i, &bits, 8);
   }
   bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);  // version 4
@@ -65,6 +70,8 @@ bool ZK_CreateUuid(ZK_UUID& uuid) {
   uuid = FromBytes(bytes);
   return true;
 }
+
+void ZK_SeedUuids(unsigned long long seed) { Generator().seed(seed); }
 
 size_t ZK_UuidHash::operator()(const ZK_UUID& uuid) const {
   unsigned long long halves[2];

@@ -151,6 +151,16 @@ void CTarsaCommandLine::Reset() {
   m_user.clear();
   m_after_command.clear();
   m_abort = false;
+  m_echo_user_input = true;
+  m_input_ended = false;
+  m_failed_commands = 0;
+}
+
+void CTarsaCommandLine::EndInput() {
+  m_input_ended = true;
+  m_user.clear();
+  m_macro.clear();
+  m_after_command.clear();
 }
 
 void CTarsaCommandLine::RunScript(const wchar_t* macro, int echo) {
@@ -195,11 +205,15 @@ bool CTarsaCommandLine::TakeMacroToken(CTarsaToken& token) {
 }
 
 bool CTarsaCommandLine::NextUserToken(const std::wstring& prompt, CTarsaToken& token) {
+  if (m_input_ended) return false;
   if (m_user.empty()) {
     std::wstring line;
     if (!m_reader || !m_reader(prompt, line)) return false;
-    const std::vector<CTarsaToken> tokens = TsTokenize(line, true);
-    if (tokens.empty()) m_user.push_back(Special(CTarsaToken::enter));
+    const std::vector<CTarsaToken> tokens = TsTokenize(line, m_echo_user_input);
+    if (tokens.empty()) {
+      m_user.push_back(Special(CTarsaToken::enter));
+      m_user.back().echo = m_echo_user_input;
+    }
     m_user.insert(m_user.end(), tokens.begin(), tokens.end());
   }
   token = m_user.front();
@@ -210,5 +224,5 @@ bool CTarsaCommandLine::NextUserToken(const std::wstring& prompt, CTarsaToken& t
 void CTarsaCommandLine::RunTopLevel(const CTarsaToken& token) {
   if (token.kind != CTarsaToken::text) return;
   if (token.echo) Print(L"Command: " + token.typed + L"\n");
-  RunCommand(token.word);
+  if (RunCommand(token.word) == CTarsaCommand::failure) ++m_failed_commands;
 }

@@ -40,6 +40,9 @@ class CTarsaCommandLine {
 
   void SetReader(Reader reader) { m_reader = std::move(reader); }
   void SetWriter(Writer writer) { m_writer = std::move(writer); }
+  // Whether what the user types is shown again with its prompt when it is used (the default). A
+  // terminal, which shows the typing itself, turns this off; a script's transcript keeps it.
+  void SetEchoUserInput(bool echo) { m_echo_user_input = echo; }
 
   // Drops the reader, the writer, pending input and output: the command line as it started.
   void Reset();
@@ -63,6 +66,13 @@ class CTarsaCommandLine {
   // Runs what the user does outside the command line (an action on a panel): now when no command
   // runs; else the running command is cancelled and `action` runs once it has ended.
   void RunWhenNoCommand(std::function<void()> action);
+  // Ends the input: the words and panel actions not yet used are dropped and nothing more is
+  // read, so that
+  // ProcessInput returns when the running command ends. Reset() reads again.
+  void EndInput();
+  // How many commands that ProcessInput or RunScript started ended with failure, unknown
+  // commands included, since Reset().
+  int FailedCommandCount() const { return m_failed_commands; }
 
   // The command that is running, or null.
   const CTarsaCommand* RunningCommand() const { return m_running; }
@@ -86,4 +96,7 @@ class CTarsaCommandLine {
   CTarsaCommand* m_running = nullptr;
   CTarsaDoc* m_running_doc = nullptr;
   bool m_abort = false;
+  bool m_echo_user_input = true;
+  bool m_input_ended = false;
+  int m_failed_commands = 0;
 };

@@ -1,34 +1,13 @@
 #include "host/tarsa/standin/tarsa_modeling_commands.h"
 
-#include <cmath>
-#include <cwchar>
 #include <vector>
 
-#include "host/tarsa/tarsa_app.h"
-#include "host/tarsa/tarsa_get.h"
+#include "host/tarsa/standin/tarsa_prompts.h"
+#include "host/tarsa/tarsa_command.h"
+#include "host/tarsa/tarsa_doc.h"
 #include "host/zefkit/standin/zk_point_geometry.h"
 
 namespace {
-
-std::vector<const CTarsaObject*> AskForObjects(const wchar_t* prompt) {
-  CTarsaGetObject get;
-  get.SetCommandPrompt(prompt);
-  get.EnablePreSelect(true);
-  std::vector<const CTarsaObject*> objects;
-  if (get.GetObjects(1, 0) != CTarsaGet::object) return objects;
-  for (int i = 0; i < get.ObjectCount(); ++i) objects.push_back(get.Object(i).Object());
-  return objects;
-}
-
-bool AskForOffset(ZK_3dVector& offset) {
-  for (;;) {
-    CTarsaGetString get;
-    get.SetCommandPrompt(L"Offset x,y,z");
-    if (get.GetString() != CTarsaGet::string) return false;
-    if (TsParseOffset(get.String(), offset)) return true;
-    TarsaApp().Print(L"Type the offset as three numbers: x,y,z.\n");
-  }
-}
 
 // The pieces an object explodes into, or none.
 std::vector<ZK_Geometry*> Pieces(const CTarsaObject& object) {
@@ -70,7 +49,7 @@ class ModelingCommand : public CTarsaCommand {
   result Execute(const CTarsaCommandContext& context) override {
     CTarsaDoc* doc = context.Document();
     if (doc == nullptr) return failure;
-    const std::vector<const CTarsaObject*> objects = AskForObjects(L"Select objects");
+    const std::vector<const CTarsaObject*> objects = TsAskForObjects(L"Select objects");
     if (objects.empty()) return cancel;
     return Run(*doc, objects);
   }
@@ -91,7 +70,7 @@ class MoveCommand : public ModelingCommand {
  protected:
   result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
     ZK_3dVector offset;
-    if (!AskForOffset(offset)) return cancel;
+    if (!TsAskForXyz(L"Offset x,y,z", offset)) return cancel;
     const ZK_Xform move = ZK_Xform::Translation(offset.x, offset.y, offset.z);
     for (const CTarsaObject* object : objects) {
       doc.TransformObject(CTarsaObjRef(object), move, !m_keep_original, false, false);
@@ -158,17 +137,3 @@ ExplodeCommand theExplodeCommand(L"Explode", "5EAF2B43-6A7C-4D8E-9F9A-0B1C2D3E4F
 RebuildCommand theRebuildCommand(L"Rebuild", "6FB03C54-7B8D-4E9F-8A0B-1C2D3E4F5061");
 
 }  // namespace
-
-bool TsParseOffset(const std::wstring& text, ZK_3dVector& offset) {
-  double xyz[3];
-  int consumed = 0;
-  if (std::swscanf(text.c_str(), L"%lf,%lf,%lf%n", &xyz[0], &xyz[1], &xyz[2], &consumed) != 3 ||
-      consumed != static_cast<int>(text.size())) {
-    return false;
-  }
-  for (double value : xyz) {
-    if (!std::isfinite(value)) return false;
-  }
-  offset = {xyz[0], xyz[1], xyz[2]};
-  return true;
-}

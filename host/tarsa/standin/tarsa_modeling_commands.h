@@ -9,10 +9,3 @@
 // Pieces and rebuilt objects are new geometry: they carry no user data of the original.
 // The command objects are made when the host library loads.
 #pragma once
-
-#include <string>
-
-#include "host/zefkit/zk_xform.h"
-
-// Parses an offset typed as "x,y,z": false for anything else.
-bool TsParseOffset(const std::wstring& text, ZK_3dVector& offset);

@@ -54,6 +54,9 @@ class CTarsaStandIn {
   // The host access interface a plug-in handed over (Stance_SetTarsaDynamicAccess), or null.
   static ITsStanceDynamicAccess* StanceDynamicAccess();
 
+  // Every registered command, in the order they were made.
+  static std::vector<CTarsaCommand*> Commands();
+
   // The command line: input fed through its reader, output taken with TakeOutput.
   static CTarsaCommandLine& CommandLine();
 

@@ -1,0 +1,92 @@
+#include "shell/help_texts.h"
+
+#include "host/zefkit/zk_string.h"
+
+namespace {
+
+struct HelpText {
+  const wchar_t* name;
+  const wchar_t* summary;
+  const wchar_t* details;
+};
+
+const wchar_t kPicking[] =
+    L"  Pick objects by name or id, one answer each; Enter ends the picking. Objects selected\n"
+    L"  before the command are taken without asking.\n";
+
+const HelpText kTexts[] = {
+    {L"Attach", L"attaches a model file: its objects join as reference objects.",
+     L"  Answer: the file (\".tsm\" is added when there is no extension).\n"},
+    {L"Box", L"adds a box with a name, given two opposite corners.",
+     L"  Answers: the name (Enter: none), the first corner x,y,z, the opposite corner x,y,z.\n"},
+    {L"Copy", L"copies objects by an offset; the originals stay.",
+     L"  Answers: the objects, the offset x,y,z.\n"},
+    {L"Delete", L"deletes objects.", kPicking},
+    {L"Exit", L"ends the program.", L"  Asks before it drops unsaved changes; -Exit never asks.\n"},
+    {L"Explode", L"breaks polylines and boxes into their segments and edges.", kPicking},
+    {L"Help", L"lists the commands, or explains one.",
+     L"  Answer: a command name, or Enter for all.\n"},
+    {L"Hide", L"hides objects: they stay in the model but are not shown or picked.", kPicking},
+    {L"History",
+     L"marks objects as carrying construction history, so nothing moves them on its own.",
+     kPicking},
+    {L"Import", L"merges a model file into the model, stances included.",
+     L"  Answer: the file (\".tsm\" is added when there is no extension).\n"},
+    {L"Light", L"adds a light with a name, a location and a direction.",
+     L"  Answers: the name (Enter: none), the location x,y,z, the direction x,y,z.\n"},
+    {L"List", L"lists every object: name, kind, state, selection, where it is, id.", L""},
+    {L"ListStances", L"lists the stances as the host sees them: id, name and number of objects.",
+     L""},
+    {L"Lock", L"locks objects: they are shown but cannot be picked or changed.", kPicking},
+    {L"Move", L"moves objects by an offset.", L"  Answers: the objects, the offset x,y,z.\n"},
+    {L"New", L"starts an empty model.",
+     L"  Asks before it drops unsaved changes; -New never asks.\n"},
+    {L"Open", L"opens a model file in place of the model.",
+     L"  Answer: the file. Asks before it drops unsaved changes; -Open never asks.\n"},
+    {L"Picture", L"writes the top view of the model as an SVG picture.",
+     L"  Answer: the file (\".svg\" is added when there is no extension). Selected objects are\n"
+     L"  highlighted, hidden ones drawn faint and dashed.\n"},
+    {L"PlugIns", L"lists the loaded plug-ins with their version, file and developer.", L""},
+    {L"Point", L"adds a point with a name and a location.",
+     L"  Answers: the name (Enter: none), the location x,y,z.\n"},
+    {L"Polyline", L"adds a polyline with a name through points.",
+     L"  Answers: the name (Enter: none), then points x,y,z; Enter after two or more ends it.\n"},
+    {L"Rebuild", L"makes objects anew from their points, as new objects.", kPicking},
+    {L"RestoreStanceById", L"restores a stance named by its id, as the host does.",
+     L"  Answer: the stance's id, as ListStances shows it.\n"},
+    {L"Rotate", L"rotates objects about a vertical axis.",
+     L"  Answers: the objects, the angle in degrees (counter-clockwise seen from above), the\n"
+     L"  center x,y,z.\n"},
+    {L"RunScript", L"runs the command lines of a script file.",
+     L"  Answer: the file. Lines starting with # are comments.\n"},
+    {L"Save", L"saves the model to its file, asking for one the first time.", L""},
+    {L"SaveAs", L"saves the model to a new file, which becomes its file.",
+     L"  Answer: the file (\".tsm\" is added when there is no extension).\n"},
+    {L"Scale", L"scales objects about a center point.",
+     L"  Answers: the objects, the factor (not 0), the center x,y,z.\n"},
+    {L"SelAll", L"selects every object that can be picked.", L""},
+    {L"SelNone", L"clears the selection.", L""},
+    {L"Select", L"adds objects to the selection.", kPicking},
+    {L"Show", L"shows every hidden object again.", L""},
+    {L"Unlock", L"unlocks every locked object.", L""},
+    {L"What", L"describes objects in detail, points included.", kPicking},
+};
+
+const HelpText* Find(const std::wstring& name) {
+  for (const HelpText& text : kTexts) {
+    if (ZK_wString(text.name).CompareNoCase(name.c_str()) == 0) return &text;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::wstring TsHelpSummary(const std::wstring& english_name) {
+  const HelpText* text = Find(english_name);
+  return text ? text->summary : L"a plug-in's command.";
+}
+
+std::wstring TsHelpDetails(const std::wstring& english_name) {
+  const HelpText* text = Find(english_name);
+  return text ? text->details : L"";
+}

@@ -30,8 +30,8 @@ class ListStancesCommand : public CTarsaShellCommand {
       ZK_SimpleArray<const CTarsaObject*> objects;
       access->GetStanceName(*doc, ids[i], name);
       access->GetStanceObjects(*doc, ids[i], objects);
-      TarsaApp().Print(L"%s  \"%s\"  %d objects\n", ZK_UuidToString(ids[i]).Array(), name.Array(),
-                       objects.Count());
+      TarsaApp().Print(L"%s  \"%s\"  %d %s\n", ZK_UuidToString(ids[i]).Array(), name.Array(),
+                       objects.Count(), objects.Count() == 1 ? L"object" : L"objects");
     }
     return success;
   }

@@ -62,13 +62,12 @@ CTarsaObject* NewPoint(const CTarsaObjectAttributes& attributes) {
 CTarsaObject* NewPolyline(const CTarsaObjectAttributes& attributes) {
   std::vector<ZK_3dPoint> points;
   for (;;) {
-    const bool more = points.size() < 2;
     ZK_3dPoint point;
-    if (!TsAskForPoint(more ? L"Point x,y,z" : L"Next point x,y,z <Enter: done>", point)) {
-      if (more) return nullptr;
-      break;
-    }
-    points.push_back(point);
+    const int answer = TsAskForNextPoint(
+        points.size() < 2 ? L"Point x,y,z" : L"Next point x,y,z <Enter: done>", point);
+    if (answer < 0) return nullptr;
+    if (answer == 0 && points.size() >= 2) break;
+    if (answer == 1) points.push_back(point);
   }
   return new CTarsaObject(new ZK_Polyline(points), attributes);
 }

@@ -30,21 +30,45 @@ std::vector<const CTarsaObject*> TsAskForObjects(const wchar_t* prompt, bool pre
   return objects;
 }
 
-bool TsAskForXyz(const wchar_t* prompt, ZK_3dVector& xyz) {
+namespace {
+
+// Three numbers: 1, or 0 for Enter alone when `enter_ends`, or -1 when cancelled.
+int AskForXyz(const wchar_t* prompt, bool enter_ends, ZK_3dVector& xyz) {
   for (;;) {
     CTarsaGetString get;
     get.SetCommandPrompt(prompt);
-    if (get.GetString() != CTarsaGet::string) return false;
-    if (TsParseOffset(get.String(), xyz)) return true;
+    get.AcceptNothing(enter_ends);
+    const CTarsaGet::result answer = get.GetString();
+    if (answer == CTarsaGet::nothing) return 0;
+    if (answer != CTarsaGet::string) return -1;
+    if (TsParseOffset(get.String(), xyz)) return 1;
     TarsaApp().Print(L"Type three numbers: x,y,z.\n");
   }
 }
 
-bool TsAskForPoint(const wchar_t* prompt, ZK_3dPoint& point) {
+}  // namespace
+
+bool TsAskForXyz(const wchar_t* prompt, ZK_3dVector& xyz) {
+  return AskForXyz(prompt, false, xyz) == 1;
+}
+
+namespace {
+
+int AskForPoint(const wchar_t* prompt, bool enter_ends, ZK_3dPoint& point) {
   ZK_3dVector xyz;
-  if (!TsAskForXyz(prompt, xyz)) return false;
-  point = {xyz.x, xyz.y, xyz.z};
-  return true;
+  const int answer = AskForXyz(prompt, enter_ends, xyz);
+  if (answer == 1) point = {xyz.x, xyz.y, xyz.z};
+  return answer;
+}
+
+}  // namespace
+
+bool TsAskForPoint(const wchar_t* prompt, ZK_3dPoint& point) {
+  return AskForPoint(prompt, false, point) == 1;
+}
+
+int TsAskForNextPoint(const wchar_t* prompt, ZK_3dPoint& point) {
+  return AskForPoint(prompt, true, point);
 }
 
 bool TsAskForNumber(const wchar_t* prompt, double& number) {

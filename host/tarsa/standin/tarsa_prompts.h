@@ -18,6 +18,8 @@ std::vector<const CTarsaObject*> TsAskForObjects(const wchar_t* prompt, bool pre
 // A point or a vector typed as "x,y,z".
 bool TsAskForXyz(const wchar_t* prompt, ZK_3dVector& xyz);
 bool TsAskForPoint(const wchar_t* prompt, ZK_3dPoint& point);
+// A point, or Enter alone: 1 a point, 0 Enter, -1 cancelled.
+int TsAskForNextPoint(const wchar_t* prompt, ZK_3dPoint& point);
 // A finite number.
 bool TsAskForNumber(const wchar_t* prompt, double& number);
 // A name; Enter alone gives the empty name.

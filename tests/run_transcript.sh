@@ -9,6 +9,8 @@
 #   # stdin         the script is given on standard input instead
 #   # exit: N       the exit status expected (default 0)
 #   # stderr: ...   the one line expected on standard error (default none)
+#   # setup: FILE   a script run first, silently, in the same folder (a path from the
+#                   repository's root), to make the files the story starts from
 # The program runs in an empty folder of its own. On a difference the first differing line is
 # shown.
 set -uo pipefail
@@ -16,6 +18,7 @@ tarsa=$(realpath "$1")
 modules=$2
 script=$(realpath "$3")
 expected_out=${script%.tsc}.out
+source_dir=$(realpath "$(dirname "$0")/..")
 
 header() { sed -n "s/^# $1: \{0,1\}//p" "$script" | head -1; }
 substitute() { local text=${1//@SCRIPT@/$script}; echo "${text//@MODULES@/$modules}"; }
@@ -29,6 +32,11 @@ expected_err=$(substitute "$(header stderr)")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work" || exit 1
+setup=$(header setup)
+if [ -n "$setup" ] && ! "$tarsa" --uuid-seed 2 --script "$source_dir/$setup" </dev/null >/dev/null; then
+  echo "the setup script $setup failed"
+  exit 1
+fi
 if grep -qx '# stdin' "$script"; then
   "$tarsa" "${argv[@]}" <"$script" >out.txt 2>err.txt
 else

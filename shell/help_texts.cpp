@@ -52,6 +52,7 @@ const HelpText kTexts[] = {
     {L"Polyline", L"adds a polyline with a name through points.",
      L"  Answers: the name (Enter: none), then points x,y,z; Enter after two or more ends it.\n"},
     {L"Rebuild", L"makes objects anew from their points, as new objects.", kPicking},
+    {L"Redo", L"applies again the step Undo took back.", L""},
     {L"RestoreStanceById", L"restores a stance named by its id, as the host does.",
      L"  Answer: the stance's id, as ListStances shows it.\n"},
     {L"Rotate", L"rotates objects about a vertical axis.",
@@ -68,6 +69,8 @@ const HelpText kTexts[] = {
     {L"SelNone", L"clears the selection.", L""},
     {L"Select", L"adds objects to the selection.", kPicking},
     {L"Show", L"shows every hidden object again.", L""},
+    {L"Undo", L"takes back the last step: a command and everything it changed, stances included.",
+     L""},
     {L"Unlock", L"unlocks every locked object.", L""},
     {L"What", L"describes objects in detail, points included.", kPicking},
 };

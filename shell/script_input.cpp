@@ -24,6 +24,10 @@ struct CTarsaScriptInput::Script {
   }
 };
 
+CTarsaScriptInput::CTarsaScriptInput() = default;
+
+CTarsaScriptInput::~CTarsaScriptInput() = default;
+
 CTarsaScriptInput& TarsaScriptInput() {
   static CTarsaScriptInput input;
   return input;

@@ -15,6 +15,9 @@ class CTarsaScriptInput {
  public:
   using Reader = std::function<bool(const std::wstring& prompt, std::wstring& line)>;
 
+  CTarsaScriptInput();
+  ~CTarsaScriptInput();
+
   // The user's input: a reader of a terminal, whose typing the terminal shows itself.
   void SetTerminal(Reader reader);
   // The user's input: a script read from `stream`, which the caller keeps alive.

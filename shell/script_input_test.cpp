@@ -1,0 +1,53 @@
+#include "shell/script_input.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "testing/host_session_test.h"
+
+namespace {
+
+class ScriptInputTest : public HostSessionTest {
+ protected:
+  // A script file of the test's own.
+  std::string Write(const std::string& name, const std::string& text) {
+    const std::string path = testing::TempDir() + name;
+    std::ofstream(path) << text;
+    return path;
+  }
+  std::vector<std::wstring> ReadAll() {
+    std::vector<std::wstring> lines;
+    std::wstring line;
+    while (input_.Read(L"Command:", line)) lines.push_back(line);
+    return lines;
+  }
+  CTarsaScriptInput input_;
+};
+
+TEST_F(ScriptInputTest, SkipsCommentsAndRunsPushedFilesBeforeTheRest) {
+  std::istringstream user("# a comment\nBox\r\n   # indented comment\n\nList\n");
+  input_.SetScript(user);
+  std::wstring line;
+  ASSERT_TRUE(input_.Read(L"Command:", line));
+  EXPECT_EQ(line, L"Box");
+  std::wstring error;
+  ASSERT_TRUE(input_.PushScriptFile(Write("outer.tsc", "Point\n# note\nMove\n"), error));
+  ASSERT_TRUE(input_.Read(L"Command:", line));
+  EXPECT_EQ(line, L"Point");
+  ASSERT_TRUE(input_.PushScriptFile(Write("inner.tsc", "Copy"), error));
+  EXPECT_EQ(ReadAll(), (std::vector<std::wstring>{L"Copy", L"Move", L"", L"List"}));
+}
+
+TEST_F(ScriptInputTest, RefusesWhatIsNoReadableFile) {
+  std::wstring error;
+  EXPECT_FALSE(input_.PushScriptFile(testing::TempDir(), error));
+  EXPECT_EQ(error,
+            L"Cannot read the script " + ZK_wString::FromUtf8(testing::TempDir()).Text() + L".");
+  EXPECT_FALSE(input_.PushScriptFile("/nonexistent.tsc", error));
+  EXPECT_EQ(error, L"Cannot read the script /nonexistent.tsc.");
+}
+
+}  // namespace

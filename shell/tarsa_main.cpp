@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <iostream>
 
+#include "host/tarsa/standin/tarsa_plugin_loader.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_plugin.h"
 #include "host/zefkit/standin/zk_uuid_seed.h"
@@ -53,7 +54,10 @@ int Run(const TsProgramOptions& options) {
   }
   command_line.SetWriter(Write);
   if (plug_in) {
-    command_line.Print(std::wstring(L"Loaded the plug-in ") + plug_in->PlugInName() + L".\n");
+    const std::string path = CTarsaPlugInLoader::Path(*plug_in);
+    const std::string file = path.substr(path.find_last_of('/') + 1);
+    command_line.Print(std::wstring(L"Loaded the plug-in ") + plug_in->PlugInName() + L" from " +
+                       ZK_wString::FromUtf8(file).Text() + L".\n");
   }
   if (!options.m_model.empty())
     command_line.Print(L"Opened " + TarsaSession().DisplayName() + L".\n");

@@ -65,6 +65,10 @@ const HelpText kTexts[] = {
      L"  Answer: the file (\".tsm\" is added when there is no extension).\n"},
     {L"Scale", L"scales objects about a center point.",
      L"  Answers: the objects, the factor (not 0), the center x,y,z.\n"},
+    {L"Script", L"calls a method of the plug-in's script object, as a script would.",
+     L"  Answers: the method, then one argument each: i2:5, i4:-3, r4:1.5, r8:1.5 (numbers of\n"
+     L"  those types), true or false, ids:a,b (an array of ids; a name stands for its objects'\n"
+     L"  ids), missing, or a text; Enter calls. The result shows as the script sees it.\n"},
     {L"SelAll", L"selects every object that can be picked.", L""},
     {L"SelNone", L"clears the selection.", L""},
     {L"Select", L"adds objects to the selection.", kPicking},

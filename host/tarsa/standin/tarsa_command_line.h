@@ -67,8 +67,7 @@ class CTarsaCommandLine {
   // runs; else the running command is cancelled and `action` runs once it has ended.
   void RunWhenNoCommand(std::function<void()> action);
   // Ends the input: the words and panel actions not yet used are dropped and nothing more is
-  // read, so that
-  // ProcessInput returns when the running command ends. Reset() reads again.
+  // read, so that ProcessInput returns when the running command ends. Reset() reads again.
   void EndInput();
   // How many commands that ProcessInput or RunScript started ended with failure, unknown
   // commands included, since Reset().

@@ -10,7 +10,7 @@
 #include "operations/object_wrapper.h"
 #include "plugin/korvo_plugin.h"
 
-void CKorvoDocData::RemoveUnusedStances() {
+void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   if (Count() == 0) return;
   CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
   if (doc == nullptr) return;
@@ -32,7 +32,9 @@ void CKorvoDocData::RemoveUnusedStances() {
     }
   }
   for (const ZK_UUID& id : candidates) {
-    if (!ZK_UuidIsNil(id) && unreferenced.count(id) != 0) Remove(id);
+    if (ZK_UuidIsNil(id) || unreferenced.count(id) == 0) continue;
+    RemoveAt(IndexOfId(id));
+    if (announce_each) NotifyStancesChanged();
   }
 }
 

@@ -54,9 +54,9 @@ class CKorvoDocData {
   void RemoveAll();
 
   // Removes, in table order, every stance (but a nil id) that no placement record in the
-  // document refers to; each removal is announced. Nothing happens for an empty table or a
-  // document that no longer exists.
-  void RemoveUnusedStances();
+  // document refers to; each removal is announced when `announce_each`, else the caller announces
+  // once. Nothing happens for an empty table or a document that no longer exists.
+  void RemoveUnusedStances(bool announce_each = true);
 
   // The table's own enumeration over m_cursor: FirstEntry starts a walk (null for an empty
   // table, leaving m_cursor as it is), NextEntry advances it (null at the end). One walk of a

@@ -1,27 +1,49 @@
 #include "events/command_record.h"
 
-#include "operations/object_wrapper.h"
+#include <algorithm>
 
 CKorvoCommandRecord::~CKorvoCommandRecord() { delete m_saved_record; }
 
 void CKorvoCommandRecord::NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& object) {
-  if (m_saved_record == nullptr) {
-    if (const CKorvoUserData* record = CKorvoObjectWrapper(&object).GetRecord()) {
-      m_saved_record = new CKorvoUserData(*record);
+  const CKorvoUserData* record = CKorvoUserData::Of(&object);
+  if (record != nullptr) {
+    const unsigned int serial = doc.RuntimeSerialNumber();
+    if (std::find(m_removal_docs.begin(), m_removal_docs.end(), serial) == m_removal_docs.end()) {
+      m_removal_docs.push_back(serial);
     }
   }
-  HandOnRecord(doc);
+  if (m_added_ids.Count() > 0) {
+    if (record != nullptr) HandOn(doc, *record);
+    m_added_ids.Empty();
+    return;
+  }
+  if (!m_deletion_waiting) {
+    m_deletion_waiting = true;
+    delete m_saved_record;
+    m_saved_record = nullptr;
+  }
+  // Of several deletions waiting together, the first stance object's record is handed on.
+  if (m_saved_record == nullptr && record != nullptr) m_saved_record = new CKorvoUserData(*record);
 }
 
-void CKorvoCommandRecord::HandOnRecord(CTarsaDoc& doc) {
-  if (m_added_ids.Count() == 0 || m_saved_record == nullptr) return;
-  for (int i = 0; i < m_added_ids.Count(); ++i) {
-    const CTarsaObject* object = doc.LookupObject(m_added_ids[i]);
-    if (object == nullptr || CKorvoUserData::Of(object)) continue;
-    auto* copy = new CKorvoUserData(*m_saved_record);
-    if (!object->AttachGeometryUserData(copy)) delete copy;
+void CKorvoCommandRecord::NoteAddedObject(CTarsaObject& object) {
+  if (!m_deletion_waiting) {
+    m_added_ids.Append(object.ModelObjectId());
+    return;
   }
-  m_added_ids.Empty();
+  m_deletion_waiting = false;
+  if (m_saved_record != nullptr && CKorvoUserData::Of(&object) == nullptr) {
+    if (object.AttachGeometryUserData(m_saved_record)) m_saved_record = nullptr;
+  }
   delete m_saved_record;
   m_saved_record = nullptr;
+}
+
+void CKorvoCommandRecord::HandOn(CTarsaDoc& doc, const CKorvoUserData& record) {
+  for (int i = 0; i < m_added_ids.Count(); ++i) {
+    const CTarsaObject* object = doc.LookupObject(m_added_ids[i]);
+    if (object == nullptr || CKorvoUserData::Of(object) != nullptr) continue;
+    auto* copy = new CKorvoUserData(record);
+    if (!object->AttachGeometryUserData(copy)) delete copy;
+  }
 }

@@ -2,24 +2,59 @@
 
 #include "data/undo_scope.h"
 #include "host/tarsa/tarsa_app.h"
-#include "operations/object_wrapper.h"
 #include "panel/stances_panel.h"
 #include "plugin/korvo_plugin.h"
 
-CKorvoEventWatcher::~CKorvoEventWatcher() { EndCommandRecord(); }
+namespace {
+
+// True while the host puts back, or applies again, what it recorded: the records and the stance
+// table come back with the objects and the undo records, and nothing is to be handed on or
+// removed.
+bool Replaying(const CTarsaDoc& doc) { return doc.UndoActive() || doc.RedoActive(); }
+
+// Removes the stances of the document that no object carries, as one undo record, and announces
+// it: each removal too when `announce_each`.
+void RemoveUnusedStancesUndoably(CTarsaDoc& doc, bool announce_each) {
+  CKorvoUndoScope scope(doc);
+  CKorvoDocData* table = KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+  table->RemoveUnusedStances(announce_each);
+  table->NotifyStancesChanged();
+}
+
+// The new half of a replacement is the same object as the old half: it keeps the record as the
+// transform left it, or receives a copy of the old half's record when it arrives without one
+// (new geometry in the object's place). Its last transform is taken out of nothing again.
+void TakeOverRecord(const CTarsaObject& old_object, CTarsaObject& new_object) {
+  CKorvoUserData* record = CKorvoUserData::Of(&new_object);
+  if (record == nullptr) {
+    const CKorvoUserData* old_record = CKorvoUserData::Of(&old_object);
+    if (old_record == nullptr) return;
+    record = new CKorvoUserData(*old_record);
+    if (!new_object.AttachGeometryUserData(record)) {
+      delete record;
+      return;
+    }
+  }
+  record->m_last_xform.Identity();
+}
+
+}  // namespace
+
+CKorvoEventWatcher::~CKorvoEventWatcher() { delete m_command_record; }
 
 void CKorvoEventWatcher::OnCloseDocument(CTarsaDoc&) {}
 
 void CKorvoEventWatcher::OnNewDocument(CTarsaDoc&) {}
 
 void CKorvoEventWatcher::OnBeginCommand(const CTarsaCommand&, const CTarsaCommandContext&) {
-  EndCommandRecord();
+  // A nested command takes the one slot: what the outer command did so far is finished first.
+  FinishCommandRecord();
   m_command_record = new CKorvoCommandRecord();
 }
 
 void CKorvoEventWatcher::OnEndCommand(const CTarsaCommand&, const CTarsaCommandContext&,
                                       CTarsaCommand::result) {
-  EndCommandRecord();
+  FinishCommandRecord();
 }
 
 void CKorvoEventWatcher::OnReplaceObject(CTarsaDoc&, CTarsaObject& old_object, CTarsaObject&) {
@@ -29,31 +64,34 @@ void CKorvoEventWatcher::OnReplaceObject(CTarsaDoc&, CTarsaObject& old_object, C
 void CKorvoEventWatcher::OnUnDeleteObject(CTarsaDoc&, CTarsaObject&) {}
 
 void CKorvoEventWatcher::OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) {
-  if (m_command_record) m_command_record->NoteDeletedObject(doc, object);
-  if (doc.RedoActive() || m_replaced_object != nullptr) return;
-  if (CKorvoObjectWrapper(&object).GetRecord() == nullptr) return;
-  CKorvoUndoScope scope(doc);
-  CKorvoDocData* table = KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
-  table->RemoveUnusedStances();
-  table->NotifyStancesChanged();
+  if (m_replaced_object != nullptr || Replaying(doc)) return;
+  if (m_command_record) {
+    m_command_record->NoteDeletedObject(doc, object);
+    return;
+  }
+  if (CKorvoUserData::Of(&object) != nullptr) RemoveUnusedStancesUndoably(doc, true);
 }
 
 void CKorvoEventWatcher::OnAddObject(CTarsaDoc& doc, CTarsaObject& object) {
   if (CKorvoOpenDocStackItem* item = m_open_stack.Top()) {
+    m_replaced_object = nullptr;
     if (item->m_merge || item->m_reference) item->m_added_ids.Append(object.ModelObjectId());
     return;
   }
   if (m_replaced_object != nullptr) {
+    const CTarsaObject* old_object = m_replaced_object;
     m_replaced_object = nullptr;
-  } else if (auto* record = CKorvoUserData::Of(&object)) {
-    // A duplicate of a stance object, moved on its way in: take the move back out, so that a
-    // restore moves the copy by the same transform as its source.
+    if (!Replaying(doc)) TakeOverRecord(*old_object, object);
+    return;
+  }
+  if (Replaying(doc)) return;
+  if (CKorvoUserData* record = CKorvoUserData::Of(&object)) {
+    // A duplicate of a stance object, moved on its way in: take the move back out, once, so that
+    // a restore moves the copy by the same transform as its source.
     record->m_accumulated_xform = record->m_last_xform.Inverse() * record->m_accumulated_xform;
+    record->m_last_xform.Identity();
   }
-  if (m_command_record) {
-    m_command_record->m_added_ids.Append(object.ModelObjectId());
-    m_command_record->HandOnRecord(doc);
-  }
+  if (m_command_record) m_command_record->NoteAddedObject(object);
 }
 
 void CKorvoEventWatcher::UndoEvent(undo_event event, unsigned int, const CTarsaCommand*) {
@@ -64,9 +102,14 @@ void CKorvoEventWatcher::UndoEvent(undo_event event, unsigned int, const CTarsaC
   if (doc != nullptr) StanceChanged(*doc);
 }
 
-void CKorvoEventWatcher::EndCommandRecord() {
+void CKorvoEventWatcher::FinishCommandRecord() {
   if (m_command_record == nullptr) return;
-  m_command_record->m_added_ids.Empty();
+  const std::vector<unsigned int> removals = m_command_record->RemovalDocuments();
   delete m_command_record;
   m_command_record = nullptr;
+  for (unsigned int serial : removals) {
+    if (CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(serial)) {
+      RemoveUnusedStancesUndoably(*doc, false);
+    }
+  }
 }

@@ -25,15 +25,20 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
                            bool reference) override;
   void OnEndOpenDocument(CTarsaDoc& doc, const wchar_t* file_name, bool merge,
                          bool reference) override;
-  // A command run gets a command record of its own, from start to end.
+  // A command run gets a command record of its own, from start to end. When it ends, the stances
+  // that no object carries any more after its deletions are removed, in one undo record that
+  // joins the command's step, with one notification.
   void OnBeginCommand(const CTarsaCommand& command, const CTarsaCommandContext& context) override;
   void OnEndCommand(const CTarsaCommand& command, const CTarsaCommandContext& context,
                     CTarsaCommand::result result) override;
   // A copy that arrives with a record counts as placed where its source stood before the last
-  // transform; objects a command adds may receive the record of an object it deletes.
+  // transform; the new half of a replacement keeps, or receives, the old half's record; objects
+  // a command adds may receive the record of an object it deletes. Nothing while the host undoes
+  // or redoes.
   void OnAddObject(CTarsaDoc& doc, CTarsaObject& object) override;
-  // Deleting a stance object removes the stances no object carries any more, undoably; not
-  // during a redo or a replacement.
+  // Deleting a stance object removes the stances no object carries any more, undoably: at once
+  // outside a command, at its end inside one. Nothing for a replacement or while the host undoes
+  // or redoes.
   void OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
   void OnReplaceObject(CTarsaDoc& doc, CTarsaObject& old_object, CTarsaObject& new_object) override;
   // An undeleted object comes back with its record; stances return only through undo records.
@@ -41,7 +46,6 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
   // After an undo or a redo the panel and the host are told that stances may have changed.
   void UndoEvent(undo_event event, unsigned int undo_record_serial_number,
                  const CTarsaCommand* command) override;
-
   // Merges the stance table of a file being merged or referenced, read from `archive`, into the
   // document's table: new ids, names made unique with " - Copy", the file's objects moved over
   // to the new ids; one undo step. Nothing happens outside an open or for an unreadable table.
@@ -53,5 +57,6 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
   CTarsaObject* m_replaced_object = nullptr;  // the old object of an unfinished replacement
 
  private:
-  void EndCommandRecord();
+  // Runs the removals the command record asks for, then destroys it.
+  void FinishCommandRecord();
 };

@@ -48,7 +48,9 @@ void CKorvoEventWatcher::OnBeginOpenDocument(CTarsaDoc&, const wchar_t*, bool me
 
 void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool, bool) {
   if (const CKorvoOpenDocStackItem* item = m_open_stack.Top()) {
-    if (item->m_table_read && !item->m_merge) m_cleanup_requested = true;
+    // Only a file opened as the document brings its own table; a reference's stances were
+    // merged, and its objects are outside every visit.
+    if (item->m_table_read && !item->m_merge && !item->m_reference) m_cleanup_requested = true;
     m_open_stack.Pop();
   }
   if (!m_cleanup_requested) return;

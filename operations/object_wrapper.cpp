@@ -103,6 +103,9 @@ bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
   if (!Commit()) return false;
   const CTarsaObject* moved = doc->TransformObject(CTarsaObjRef(m_object), move, true, true, false);
   if (moved == nullptr) return false;
+  // Like every replacement's new half, the moved object keeps no last transform to take out.
+  if (CKorvoUserData* moved_record = CKorvoUserData::Of(moved))
+    moved_record->m_last_xform.Identity();
   m_object = moved;
   m_working_copy = nullptr;
   return true;

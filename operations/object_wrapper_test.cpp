@@ -29,7 +29,9 @@ TEST_F(ObjectWrapperTest, AnElementOffByExactlyTheToleranceMovesTheObject) {
   CKorvoObjectWrapper(Object(box)).GetEditableRecord()->SetXform(kStance, off);
   EXPECT_TRUE(Apply(box));
   EXPECT_NE(Object(box), before);
-  EXPECT_EQ(RecordOf(box)->m_last_xform, off);
+  // The record started at identity, so its accumulated transform is the one applied.
+  EXPECT_EQ(RecordOf(box)->m_accumulated_xform, off);
+  EXPECT_TRUE(RecordOf(box)->m_last_xform.IsIdentity());  // taken out once, never again
 }
 
 TEST_F(ObjectWrapperTest, TheAppliedTransformHasAnExactBottomRow) {
@@ -39,7 +41,7 @@ TEST_F(ObjectWrapperTest, TheAppliedTransformHasAnExactBottomRow) {
   noisy(3, 3) = 1 + 1e-15;
   Store(box, noisy);
   ASSERT_TRUE(Apply(box));
-  const ZK_Xform& applied = RecordOf(box)->m_last_xform;
+  const ZK_Xform& applied = RecordOf(box)->m_accumulated_xform;
   EXPECT_EQ(applied(3, 0), 0.0);
   EXPECT_EQ(applied(3, 1), 0.0);
   EXPECT_EQ(applied(3, 2), 0.0);

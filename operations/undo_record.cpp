@@ -10,5 +10,8 @@ CKorvoUndoEventHandler::~CKorvoUndoEventHandler() { delete m_snapshot; }
 
 void CKorvoUndoEventHandler::Undo(const CTarsaDoc&, const wchar_t*, bool, unsigned int) {
   if (m_snapshot == nullptr) return;
-  *KorvoPlugIn().DocData(m_doc_serial_number) = *m_snapshot;
+  CKorvoDocData& live = *KorvoPlugIn().DocData(m_doc_serial_number);
+  const CKorvoDocData overwritten(live);
+  live = *m_snapshot;
+  *m_snapshot = overwritten;
 }

@@ -1,6 +1,8 @@
 // CKorvoUndoEventHandler: the undo record of a change of a document's stance table. It holds the
-// table as it was before the change; undoing puts that snapshot back as the document's table.
-// The host owns the record from the moment the undo scope hands it over.
+// table as it was before the change. The host calls it when the user undoes the step and again
+// when the user redoes it; each call puts back the table it holds and keeps the one it overwrote,
+// so undo, redo and undo again give back each table exactly, ids included. The host owns the
+// record from the moment the undo scope hands it over.
 #pragma once
 
 #include "data/stance_table.h"
@@ -12,11 +14,11 @@ class CKorvoUndoEventHandler : public CTarsaUndoEventHandler {
   CKorvoUndoEventHandler(CKorvoDocData* snapshot, unsigned int doc_serial_number);
   ~CKorvoUndoEventHandler() override;
 
-  // Replaces the entries of the document's table by copies of the snapshot's; the snapshot stays
-  // in the record. Nothing is announced from here: the event watcher refreshes after the undo.
+  // Exchanges the entries of the document's table with the record's. Nothing is announced from
+  // here: the event watcher refreshes after the undo or redo.
   void Undo(const CTarsaDoc& doc, const wchar_t* description, bool created_by_redo,
             unsigned int undo_record_serial_number) override;
 
-  CKorvoDocData* m_snapshot;
+  CKorvoDocData* m_snapshot;  // the table the next call puts back
   unsigned int m_doc_serial_number;
 };

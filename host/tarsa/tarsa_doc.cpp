@@ -301,8 +301,8 @@ void CTarsaDoc::Revert(UndoStep& step, UndoEntry& entry, bool redo) {
       break;
     }
     case UndoEntry::custom:
-      // A custom record knows only how to undo; a redo leaves it for the next undo.
-      if (!redo) entry.handler->Undo(*this, step.description, step.redone, step.serial_number);
+      // The record is called on undo and again on redo; RedoActive tells it which.
+      entry.handler->Undo(*this, step.description, step.redone, step.serial_number);
       break;
   }
 }

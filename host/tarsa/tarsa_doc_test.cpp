@@ -256,7 +256,7 @@ TEST_F(TarsaDocTest, UndoPutsBackAStepOfAddMoveAndDeleteAndRedoAppliesItAgain) {
 }
 
 // Refused custom undo records (outside a step, during an undo) are destroyed at once.
-TEST_F(TarsaDocTest, CustomUndoRunsOnEachUndoNotOnRedoAndDiesWithItsStep) {
+TEST_F(TarsaDocTest, CustomUndoRunsOnEachUndoAndRedoAndDiesWithItsStep) {
   UndoCounts refused, counts, kept;
   EXPECT_FALSE(doc_->AddCustomUndoEvent(new CountingUndo(refused)));
   EXPECT_EQ(refused.destroyed, 1);
@@ -272,10 +272,14 @@ TEST_F(TarsaDocTest, CustomUndoRunsOnEachUndoNotOnRedoAndDiesWithItsStep) {
   EXPECT_FALSE(accepted);
   EXPECT_EQ(refused.destroyed, 2);
   watcher_.hook = nullptr;
+  bool called_in_redo = false;
+  counts.on_undo = [&] { called_in_redo = doc_->RedoActive(); };
   CTarsaStandIn::Redo(*doc_);
-  EXPECT_EQ(counts.undone, 1);
-  CTarsaStandIn::Undo(*doc_);
   EXPECT_EQ(counts.undone, 2);
+  EXPECT_TRUE(called_in_redo);
+  CTarsaStandIn::Undo(*doc_);
+  EXPECT_EQ(counts.undone, 3);
+  EXPECT_FALSE(called_in_redo);
   EXPECT_EQ(counts.destroyed, 0);
   InStep([&] { AddBox(); });
   EXPECT_EQ(counts.destroyed, 1);

@@ -1,6 +1,7 @@
 // CTarsaUndoEventHandler: an undo record of a plug-in's own, handed to the host with
 // CTarsaDoc::AddCustomUndoEvent. From then on the host owns it: it calls Undo when the user undoes
-// the step the record belongs to, and destroys the record when it drops the step.
+// the step the record belongs to, calls it again when the user redoes that step (the document's
+// RedoActive is then true), and destroys the record when it drops the step.
 #pragma once
 
 class CTarsaDoc;

@@ -112,6 +112,38 @@ class ExplodeCommand : public ModelingCommand {
   }
 };
 
+class ReplaceCommand : public ModelingCommand {
+ public:
+  using ModelingCommand::ModelingCommand;
+
+ protected:
+  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
+    for (const CTarsaObject* object : objects) {
+      ZK_Geometry* rebuilt = Rebuilt(*object);
+      if (rebuilt == nullptr) continue;
+      auto* replacement = new CTarsaObject(rebuilt, object->Attributes());
+      if (!doc.ReplaceObject(CTarsaObjRef(object), replacement)) delete replacement;
+    }
+    return success;
+  }
+};
+
+class DuplicateCommand : public ModelingCommand {
+ public:
+  using ModelingCommand::ModelingCommand;
+
+ protected:
+  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
+    for (const CTarsaObject* object : objects) {
+      CTarsaObject* copy = object->Duplicate();
+      if (copy == nullptr) continue;
+      copy->SetAttributes(NewAttributes(*object));
+      if (!doc.AddObject(copy)) delete copy;
+    }
+    return success;
+  }
+};
+
 class RebuildCommand : public ModelingCommand {
  public:
   using ModelingCommand::ModelingCommand;
@@ -135,5 +167,7 @@ MoveCommand theCopyCommand(L"Copy", "3C8D0F21-4E5A-4B6C-9D7E-8F9A0B1C2D3E", true
 DeleteCommand theDeleteCommand(L"Delete", "4D9E1A32-5F6B-4C7D-8E8F-9A0B1C2D3E4F");
 ExplodeCommand theExplodeCommand(L"Explode", "5EAF2B43-6A7C-4D8E-9F9A-0B1C2D3E4F50");
 RebuildCommand theRebuildCommand(L"Rebuild", "6FB03C54-7B8D-4E9F-8A0B-1C2D3E4F5061");
+ReplaceCommand theReplaceCommand(L"Replace", "70C14D65-8C9E-4FA0-9B1C-2D3E4F506172");
+DuplicateCommand theDuplicateCommand(L"Duplicate", "81D25E76-9DAF-4AB1-8C2D-3E4F50617283");
 
 }  // namespace

@@ -6,6 +6,8 @@
 //   Explode objects: the pieces of each (a polyline's segments, a box's twelve edges) added,
 //           then the object deleted.
 //   Rebuild objects: each deleted, then made again as a new object from its points.
-// Pieces and rebuilt objects are new geometry: they carry no user data of the original.
+//   Replace objects: each replaced, in its place and with its id, by new geometry of its points.
+//   Duplicate objects: a copy of each added where it stands, user data included.
+// Pieces, rebuilt and replacing objects are new geometry: they carry no user data of the original.
 // The command objects are made when the host library loads.
 #pragma once

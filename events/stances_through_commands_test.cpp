@@ -1,0 +1,295 @@
+// Stances as a user meets them through the host's own commands: moves, copies, duplicates,
+// explodes, rebuilds, replacements, deletions, undo and redo, imports and references.
+
+#include <unistd.h>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "events/event_watcher.h"
+#include "host/tarsa/standin/tarsa_model_file.h"
+#include "testing/stance_document_test.h"
+
+namespace {
+
+class StancesThroughCommandsTest : public StanceDocumentTest {
+ protected:
+  void TearDown() override {
+    std::remove(path_.c_str());
+    StanceDocumentTest::TearDown();
+  }
+
+  // Runs a macro as the user would type it; what it printed is dropped.
+  void Run(const std::wstring& macro) {
+    CTarsaStandIn::CommandLine().RunScript(macro.c_str(), 0);
+    CTarsaStandIn::CommandLine().TakeOutput();
+  }
+  // Runs a host command on the objects, with the answers that follow the object prompt.
+  void On(const wchar_t* command, const std::vector<ZK_UUID>& ids, const wchar_t* then = L"") {
+    Run(std::wstring(L"-_") + command + L" " + Pick(ids) + L" " + then);
+  }
+  void Stance(const std::wstring& words) { Run(L"-_Stance " + words + L" _Enter"); }
+  void SaveStance(const wchar_t* name, const std::vector<ZK_UUID>& ids) {
+    Stance(std::wstring(L"_Save \"") + name + L"\" " + Pick(ids));
+  }
+  void Restore(const wchar_t* name) { Stance(std::wstring(L"_Restore \"") + name + L"\""); }
+  void Undo() { Run(L"-_Undo"); }
+  void Redo() { Run(L"-_Redo"); }
+
+  static std::wstring Pick(const std::vector<ZK_UUID>& ids) {
+    std::wstring words;
+    for (const ZK_UUID& id : ids) words += std::wstring(ZK_UuidToString(id).Text()) + L" ";
+    return words + L"_Enter";
+  }
+  // The objects of the document, in document order.
+  std::vector<ZK_UUID> All() const {
+    std::vector<ZK_UUID> ids;
+    CTarsaObjectIterator it(*doc_);
+    for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+      ids.push_back(object->ModelObjectId());
+    }
+    return ids;
+  }
+  // The objects added since `before` was taken, in document order.
+  std::vector<ZK_UUID> AddedSince(const std::vector<ZK_UUID>& before) const {
+    std::vector<ZK_UUID> added;
+    for (const ZK_UUID& id : All()) {
+      if (std::find(before.begin(), before.end(), id) == before.end()) added.push_back(id);
+    }
+    return added;
+  }
+  std::vector<ZK_UUID> Members(const wchar_t* name) {
+    std::vector<ZK_UUID> ids;
+    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
+    if (stance == nullptr) return ids;
+    ZK_SimpleArray<const CTarsaObject*> members;
+    access_.GetStanceObjects(*doc_, stance->m_id, members);
+    for (int i = 0; i < members.Count(); ++i) ids.push_back(members[i]->ModelObjectId());
+    return ids;
+  }
+  ZK_UUID IdOf(const wchar_t* name) const {
+    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
+    return stance ? stance->m_id : ZK_nil_uuid;
+  }
+
+  void SaveFile() {
+    path_ = testing::TempDir() + "stances_through_commands_" + std::to_string(getpid()) + ".tsm";
+    std::wstring error;
+    ASSERT_TRUE(TsWriteModelFile(*doc_, path_, error));
+  }
+  // Merges the saved file into the document, or attaches it as a reference, as one step.
+  void ReadFile(bool reference) {
+    std::wstring error;
+    Step([&] { ASSERT_TRUE(TsReadModelFile(*doc_, path_, !reference, reference, error)); });
+  }
+
+  std::string path_;
+};
+
+ZK_Geometry* Segment() { return new ZK_Polyline({{0, 0, 0}, {1, 0, 0}}); }
+ZK_Geometry* Bent() { return new ZK_Polyline({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}); }
+
+TEST_F(StancesThroughCommandsTest, MovingObjectsTogetherLeavesEachInItsOwnStances) {
+  const ZK_UUID a = Add(Segment());
+  const ZK_UUID b = Add(Segment());
+  SaveStance(L"P", {b});
+  const std::vector<ZK_3dPoint> b_saved = Placement(b);
+  On(L"Move", {a, b}, L"0,5,0");
+  EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{b});
+  const std::vector<ZK_3dPoint> a_moved = Placement(a);
+  Restore(L"P");
+  ExpectNear(Placement(a), a_moved);  // a stays where the move put it
+  ExpectNear(Placement(b), b_saved);
+
+  // A command that deletes a stance object, then moves others, gives them nothing of it.
+  const ZK_UUID c = Add(Segment());
+  SaveStance(L"Q", {b, c});
+  const ZK_UUID d = Add(Segment());
+  On(L"DeleteThenMoveTest", {c, a, d});
+  EXPECT_EQ(Members(L"Q"), std::vector<ZK_UUID>{b});
+  EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{b});
+}
+
+// Deletes the first object picked, then moves the others by 0,0,1, within one command.
+class DeleteThenMoveCommand : public CTarsaCommand {
+ public:
+  ZK_UUID CommandId() const override {
+    return ZK_UuidFromString("B4058109-C0D2-4DE4-9F50-6172839405B6");
+  }
+  const wchar_t* EnglishCommandName() override { return L"DeleteThenMoveTest"; }
+  result Execute(const CTarsaCommandContext& context) override {
+    CTarsaGetObject get;
+    get.SetCommandPrompt(L"Select objects");
+    if (get.GetObjects(1, 0) != CTarsaGet::object) return cancel;
+    context.Document()->DeleteObject(get.Object(0));
+    for (int i = 1; i < get.ObjectCount(); ++i) {
+      context.Document()->TransformObject(get.Object(i), ZK_Xform::Translation(0, 0, 1));
+    }
+    return success;
+  }
+} theDeleteThenMoveCommand;
+
+TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfAnObjectTakesThatObjectsStancesOnly) {
+  const ZK_UUID plain = Add(Bent());
+  const ZK_UUID posed = Add(Bent());
+  SaveStance(L"P", {posed});
+  std::vector<ZK_UUID> before = All();
+  On(L"Explode", {plain, posed});  // each: pieces added, then the object deleted
+  const std::vector<ZK_UUID> pieces = AddedSince(before);
+  ASSERT_EQ(pieces.size(), 4u);
+  EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{pieces[2], pieces[3]}));
+
+  before = All();
+  On(L"Rebuild", {pieces[0], pieces[2]});  // each: deleted, then made anew
+  const std::vector<ZK_UUID> rebuilt = AddedSince(before);
+  ASSERT_EQ(rebuilt.size(), 2u);
+  EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{pieces[3], rebuilt[1]}));
+}
+
+TEST_F(StancesThroughCommandsTest, RebuildingAStancesOnlyObjectKeepsTheStance) {
+  const ZK_UUID door = Add(Bent());
+  SaveStance(L"P", {door});
+  const ZK_UUID p = IdOf(L"P");
+  const std::vector<ZK_3dPoint> saved = Placement(door);
+  On(L"Move", {door}, L"3,0,0");
+  const std::vector<ZK_UUID> before = All();
+  On(L"Rebuild", {door});
+  const std::vector<ZK_UUID> rebuilt = AddedSince(before);
+  ASSERT_EQ(rebuilt.size(), 1u);
+  EXPECT_EQ(IdOf(L"P"), p);
+  EXPECT_EQ(Members(L"P"), rebuilt);
+  Restore(L"P");
+  ExpectNear(Placement(rebuilt[0]), saved);
+
+  Undo();
+  Undo();
+  EXPECT_EQ(Object(rebuilt[0]), nullptr);
+  EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{door});
+  Redo();
+  EXPECT_EQ(Members(L"P"), rebuilt);
+}
+
+TEST_F(StancesThroughCommandsTest, ReplacingAnObjectByNewGeometryKeepsItInItsStances) {
+  const ZK_UUID plain = Add(Bent());
+  const ZK_UUID lamp = Add(Bent());
+  SaveStance(L"P", {lamp});
+  const std::vector<ZK_3dPoint> saved = Placement(lamp);
+  On(L"Move", {lamp}, L"0,0,7");
+  On(L"Replace", {plain, lamp});
+  EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{lamp});
+  Restore(L"P");
+  ExpectNear(Placement(lamp), saved);
+}
+
+TEST_F(StancesThroughCommandsTest, APlainDuplicateLandsWithItsSourceOnRestore) {
+  const ZK_UUID a = Add(Segment());
+  SaveStance(L"P", {a});
+  std::vector<ZK_UUID> before = All();
+  On(L"Copy", {a}, L"10,0,0");
+  const ZK_UUID copy = AddedSince(before)[0];
+  On(L"Move", {a}, L"0,4,0");
+  before = All();
+  On(L"Duplicate", {a, copy});
+  const std::vector<ZK_UUID> twins = AddedSince(before);
+  ASSERT_EQ(twins.size(), 2u);
+
+  Restore(L"P");
+  ExpectNear(Placement(twins[0]), Placement(a));
+  ExpectNear(Placement(twins[1]), Placement(copy));
+  // A restore is a move too: a duplicate made after it stays with its source.
+  On(L"Move", {a}, L"0,0,2");
+  Restore(L"P");
+  before = All();
+  On(L"Duplicate", {a});
+  const ZK_UUID after_restore = AddedSince(before)[0];
+  On(L"Move", {a, after_restore}, L"1,1,1");
+  Restore(L"P");
+  ExpectNear(Placement(after_restore), Placement(a));
+}
+
+TEST_F(StancesThroughCommandsTest, UndoRedoUndoOfEveryStanceChangeIsExact) {
+  const ZK_UUID a = Add(Segment());
+  const ZK_UUID b = Add(Segment());
+  SaveStance(L"Front", {a});
+  const CKorvoDocData first(Table());
+  SaveStance(L"Side", {a, b});
+  Stance(L"_Save \"front\" _Yes " + Pick({b}));  // replaces Front
+  Stance(L"_Rename \"Side\" \"Back\"");
+  Stance(L"_Delete \"Back\"");
+  const CKorvoDocData last(Table());
+  ASSERT_EQ(Table().Count(), 1);
+  EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{b});
+
+  std::vector<CKorvoDocData> tables;
+  while (CTarsaStandIn::UndoStepCount(*doc_) > 0) {
+    tables.push_back(Table());
+    Undo();
+  }
+  EXPECT_TRUE(Table() == CKorvoDocData());
+  while (CTarsaStandIn::RedoStepCount(*doc_) > 0) Redo();
+  EXPECT_TRUE(Table() == last);
+  EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{b});
+  for (auto table = tables.begin(); table != tables.end(); ++table) {
+    EXPECT_TRUE(Table() == *table);
+    Undo();
+  }
+  Redo();
+  EXPECT_TRUE(Table() == first);
+  EXPECT_EQ(Members(L"Front"), std::vector<ZK_UUID>{a});
+}
+
+TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommandsEnd) {
+  const ZK_UUID a = Add(Segment());
+  const ZK_UUID b = Add(Segment());
+  const ZK_UUID c = Add(Segment());
+  SaveStance(L"P", {a, b});
+  SaveStance(L"Q", {a});
+  TakeStanceChanges();
+  On(L"Delete", {a, b});
+  EXPECT_EQ(Table().Count(), 0);
+  EXPECT_EQ(TakeStanceChanges(), 1);
+  Undo();  // the deletions and the removal are one step
+  EXPECT_EQ(Table().Count(), 2);
+  EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{a, b}));
+
+  // Outside any command the removal comes at the deletion.
+  SaveStance(L"R", {c});
+  Step([&] {
+    doc_->DeleteObject(CTarsaObjRef(Object(c)));
+    EXPECT_EQ(IdOf(L"R"), ZK_nil_uuid);
+  });
+}
+
+TEST_F(StancesThroughCommandsTest, UndoingAnImportGivesBackTheTableAsItWas) {
+  const ZK_UUID a = Add(Segment());
+  SaveStance(L"Front", {a});
+  SaveFile();
+  Save(L"Carried by none", {});
+  const CKorvoDocData before(Table());
+  ReadFile(false);
+  const CKorvoDocData imported(Table());
+  EXPECT_EQ(imported.Count(), 2);  // Front and its copy; the uncarried stance is gone
+  Undo();
+  EXPECT_TRUE(Table() == before);
+  Redo();
+  EXPECT_TRUE(Table() == imported);
+  Undo();
+  EXPECT_TRUE(Table() == before);
+}
+
+TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsRecordsAlone) {
+  const ZK_UUID a = Add(Segment());
+  SaveStance(L"P", {a});
+  SaveFile();
+  const std::vector<ZK_3dPoint> saved = Placement(a);
+  On(L"Move", {a}, L"0,2,0");
+  Stance(L"_Delete \"P\"");
+  ReadFile(true);
+  Undo();
+  Undo();
+  ASSERT_EQ(Members(L"P"), std::vector<ZK_UUID>{a});
+  Restore(L"P");
+  ExpectNear(Placement(a), saved);
+}
+
+}  // namespace

@@ -2,7 +2,6 @@
 // record refers to, and record entries whose stance the table does not know.
 
 #include <unordered_set>
-#include <vector>
 
 #include "data/placement_record.h"
 #include "data/stance_table.h"
@@ -14,12 +13,8 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   if (Count() == 0) return;
   CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
   if (doc == nullptr) return;
-  std::vector<ZK_UUID> candidates;
   std::unordered_set<ZK_UUID, ZK_UuidHash> unreferenced;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    candidates.push_back(m_entries[i]->m_id);
-    unreferenced.insert(m_entries[i]->m_id);
-  }
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) unreferenced.insert(m_entries[i]->m_id);
   // Each record entry strikes its stance in constant time, so the visit costs the number of
   // entries, not entries times stances; it stops once every stance is known to be used.
   CKorvoEveryObjectIterator it(*doc);
@@ -31,11 +26,20 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
       unreferenced.erase(record->m_entries[i]->m_id);
     }
   }
-  for (const ZK_UUID& id : candidates) {
-    if (ZK_UuidIsNil(id) || unreferenced.count(id) == 0) continue;
-    RemoveAt(IndexOfId(id));
-    if (announce_each) NotifyStancesChanged();
+  // One pass keeps the used stances in order, so that removing many costs no more than one.
+  INT_PTR kept = 0;
+  int removed = 0;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    USER_DATA* entry = m_entries[i];
+    if (!ZK_UuidIsNil(entry->m_id) && unreferenced.count(entry->m_id) != 0) {
+      delete entry;
+      ++removed;
+    } else {
+      m_entries[kept++] = entry;
+    }
   }
+  m_entries.SetSize(kept);
+  for (int i = 0; announce_each && i < removed; ++i) NotifyStancesChanged();
 }
 
 void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {

@@ -5,13 +5,15 @@
 CKorvoCommandRecord::~CKorvoCommandRecord() { delete m_saved_record; }
 
 void CKorvoCommandRecord::NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& object) {
+  const unsigned int serial = doc.RuntimeSerialNumber();
+  const bool removal_asked =
+      std::find(m_removal_docs.begin(), m_removal_docs.end(), serial) != m_removal_docs.end();
+  // Once a deletion waits with a record and the removal is asked for, further deletions change
+  // nothing: their records are not even looked at, so that deleting many stance objects in one
+  // command costs little more than deleting them.
+  if (removal_asked && m_added_ids.Count() == 0 && m_saved_record != nullptr) return;
   const CKorvoUserData* record = CKorvoUserData::Of(&object);
-  if (record != nullptr) {
-    const unsigned int serial = doc.RuntimeSerialNumber();
-    if (std::find(m_removal_docs.begin(), m_removal_docs.end(), serial) == m_removal_docs.end()) {
-      m_removal_docs.push_back(serial);
-    }
-  }
+  if (record != nullptr && !removal_asked) m_removal_docs.push_back(serial);
   if (m_added_ids.Count() > 0) {
     if (record != nullptr) HandOn(doc, *record);
     m_added_ids.Empty();

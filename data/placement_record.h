@@ -5,6 +5,8 @@
 // the record owns it: the kernel copies, transforms, writes, reads and destroys it with the object.
 #pragma once
 
+#include <unordered_set>
+
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_object.h"
@@ -70,6 +72,8 @@ class CKorvoUserData : public ZK_UserData {
   void RemoveAll();
   // Removes the entries whose stance is not in the document's table; the others keep their order.
   void RemoveEntriesWithoutStance(CTarsaDoc& doc);
+  // The same against the ids of a table gathered once, for a clean-up of many records.
+  void RemoveEntriesWithoutStance(const std::unordered_set<ZK_UUID, ZK_UuidHash>& known);
 
   CArray<USER_DATA*, USER_DATA*> m_entries;
   ZK_Xform m_accumulated_xform;

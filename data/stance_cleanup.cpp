@@ -43,11 +43,18 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
 }
 
 void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {
-  const CKorvoDocData* table = KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
-  for (INT_PTR i = m_entries.GetUpperBound(); i >= 0; --i) {
-    if (table->FindById(m_entries[i]->m_id) == nullptr) {
+  RemoveEntriesWithoutStance(KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->Ids());
+}
+
+void CKorvoUserData::RemoveEntriesWithoutStance(
+    const std::unordered_set<ZK_UUID, ZK_UuidHash>& known) {
+  INT_PTR kept = 0;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (known.count(m_entries[i]->m_id) == 0) {
       delete m_entries[i];
-      m_entries.RemoveAt(i);
+    } else {
+      m_entries[kept++] = m_entries[i];
     }
   }
+  m_entries.SetSize(kept);
 }

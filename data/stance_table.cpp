@@ -86,6 +86,25 @@ CKorvoDocData::USER_DATA* CKorvoDocData::FindById(const ZK_UUID& id) const {
   return index < 0 ? nullptr : m_entries[index];
 }
 
+std::unordered_set<ZK_UUID, ZK_UuidHash> CKorvoDocData::Ids() const {
+  std::unordered_set<ZK_UUID, ZK_UuidHash> ids;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) ids.insert(m_entries[i]->m_id);
+  return ids;
+}
+
+std::unordered_set<std::wstring> CKorvoDocData::FoldedNames() const {
+  std::unordered_set<std::wstring> names;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    names.insert(m_entries[i]->m_name.CaseFolded().Text());
+  }
+  return names;
+}
+
+void CKorvoDocData::AddFree(const ZK_UUID& id, const ZK_wString& name) {
+  Append(id, name);
+  NotifyStancesChanged();
+}
+
 bool CKorvoDocData::NameExists(const wchar_t* name) const { return IndexOfName(name) >= 0; }
 
 void CKorvoDocData::RemoveAll() {

@@ -7,6 +7,9 @@
 // assignment and RemoveAll announce nothing.
 #pragma once
 
+#include <string>
+#include <unordered_set>
+
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_string.h"
@@ -50,6 +53,10 @@ class CKorvoDocData {
   USER_DATA* FindByName(const wchar_t* name) const;
   USER_DATA* FindById(const ZK_UUID& id) const;
   bool NameExists(const wchar_t* name) const;
+  // The ids of every stance, and their names folded as CompareNoCase folds them: built in one
+  // pass, for operations that test many ids or names.
+  std::unordered_set<ZK_UUID, ZK_UuidHash> Ids() const;
+  std::unordered_set<std::wstring> FoldedNames() const;
 
   void RemoveAll();
 
@@ -69,6 +76,11 @@ class CKorvoDocData {
   // Replaces the entries by the archive's, as read, without any test. False when a read failed;
   // the entries read before the failure stay.
   bool Read(ZK_BinaryArchive& archive);
+
+  // Appends a stance and announces the change, as Add does when it adds, for callers that made
+  // sure themselves, once for many stances, that the id is new and not nil and the name not
+  // empty and not in use in any letter case (the import of a file's stances).
+  void AddFree(const ZK_UUID& id, const ZK_wString& name);
 
   // Announces a change: asks the Stances panel for a rebuild when it has a window, then tells
   // the host with StanceChanged when the document still exists.

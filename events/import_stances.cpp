@@ -1,7 +1,9 @@
 // The event watcher's handling of model files being read: the open stack, the clean-up at the
 // end of an open, and the merge of the stances of a file that is imported or referenced.
 
+#include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "data/undo_scope.h"
@@ -12,13 +14,17 @@
 
 namespace {
 
-// The name an imported stance takes in `table`: its own when free, else "<name> - Copy", then
-// "<name> - Copy (2)", "(3)" and so on, the first one not in use (ignoring letter case).
-ZK_wString ImportedName(const CKorvoDocData& table, const ZK_wString& name) {
-  if (!table.NameExists(name)) return name;
-  ZK_wString candidate = name + L" - Copy";
-  for (int n = 2; table.NameExists(candidate); ++n)
-    candidate.Format(L"%s - Copy (%d)", name.Array(), n);
+// The name an imported stance takes: its own when free, else "<name> - Copy", then
+// "<name> - Copy (2)", "(3)" and so on, the first one not in use (ignoring letter case). `taken`
+// holds the folded names in use, and takes the one chosen.
+ZK_wString ImportedName(std::unordered_set<std::wstring>& taken, const ZK_wString& name) {
+  ZK_wString candidate = name;
+  if (taken.count(candidate.CaseFolded().Text())) {
+    candidate = name + L" - Copy";
+    for (int n = 2; taken.count(candidate.CaseFolded().Text()); ++n)
+      candidate.Format(L"%s - Copy (%d)", name.Array(), n);
+  }
+  taken.insert(candidate.CaseFolded().Text());
   return candidate;
 }
 
@@ -54,12 +60,14 @@ void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool,
     m_open_stack.Pop();
   }
   if (!m_cleanup_requested) return;
+  CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+  const std::unordered_set<ZK_UUID, ZK_UuidHash> known = table.Ids();
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
     auto* record = CKorvoUserData::Of(object);
-    if (record) record->RemoveEntriesWithoutStance(doc);
+    if (record) record->RemoveEntriesWithoutStance(known);
   }
-  KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->RemoveUnusedStances();
+  table.RemoveUnusedStances();
 }
 
 void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive) {
@@ -88,12 +96,17 @@ void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive
     }
   }
 
+  // Names and ids in use, gathered once, so that the merge costs the number of stances rather
+  // than its square.
+  std::unordered_set<std::wstring> taken_names = live.FoldedNames();
+  std::unordered_set<ZK_UUID, ZK_UuidHash> taken_ids = live.Ids();
   for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
     const CKorvoDocData::USER_DATA& stance = *imported.m_entries[i];
-    const ZK_wString name = ImportedName(live, stance.m_name);
     ZK_UUID new_id;
     if (!ZK_CreateUuid(new_id)) continue;
-    live.Add(new_id, name);
+    const ZK_wString name = ImportedName(taken_names, stance.m_name);
+    // As Add would: an empty name or an id in use adds nothing, and the entries move all the same.
+    if (!name.IsEmpty() && taken_ids.insert(new_id).second) live.AddFree(new_id, name);
     for (const CTarsaObject* object : carriers[stance.m_id]) Rekey(*object, stance.m_id, new_id);
   }
   live.RemoveUnusedStances();

@@ -42,8 +42,8 @@ void BM_ReadEveryEntryOfTen(benchmark::State& state) {
 }
 BENCHMARK(BM_ReadEveryEntryOfTen)->Apply(Sizes);
 
-// What the end of an open does to every record, against the table's ids gathered once: here every entry's stance is known, so that
-// each round does the whole work and changes nothing.
+// What the end of an open does to every record, against the table's ids gathered once. Every
+// entry's stance is known, so that each round does the whole work and changes nothing.
 void BM_EndOfOpenCleanUp(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, 3);
   const CKorvoDocData& table = *KorvoPlugIn().DocData(model.Doc().RuntimeSerialNumber());

@@ -32,6 +32,7 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
     USER_DATA* entry = m_entries[i];
     if (!ZK_UuidIsNil(entry->m_id) && unreferenced.count(entry->m_id) != 0) {
+      if (removed == 0) BeforeChange();
       delete entry;
       ++removed;
     } else {

@@ -1,6 +1,7 @@
 #include "data/stance_table.h"
 
 #include "data/place_holder.h"
+#include "data/undo_scope.h"
 #include "host/tarsa/tarsa_app.h"
 #include "panel/stances_panel.h"
 
@@ -108,6 +109,8 @@ void CKorvoDocData::AddFree(const ZK_UUID& id, const ZK_wString& name) {
 bool CKorvoDocData::NameExists(const wchar_t* name) const { return IndexOfName(name) >= 0; }
 
 void CKorvoDocData::RemoveAll() {
+  if (m_entries.IsEmpty()) return;
+  BeforeChange();
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) delete m_entries[i];
   m_entries.RemoveAll();
 }
@@ -167,18 +170,25 @@ int CKorvoDocData::RenameAt(int index, const wchar_t* new_name) {
   // The new name is judged first: a refused name says -1 even when no stance was found.
   if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
   if (index < 0) return 0;
+  BeforeChange();
   m_entries[index]->m_name = new_name;
   NotifyStancesChanged();
   return 1;
 }
 
 void CKorvoDocData::RemoveAt(int index) {
+  BeforeChange();
   delete m_entries[index];
   m_entries.RemoveAt(index);
 }
 
 void CKorvoDocData::Append(const ZK_UUID& id, const ZK_wString& name) {
+  BeforeChange();
   m_entries.Add(new USER_DATA{id, name});
+}
+
+void CKorvoDocData::BeforeChange() {
+  for (CKorvoUndoScope* scope : m_open_scopes) scope->TakeSnapshot(*this);
 }
 
 void CKorvoDocData::NotifyStancesChanged() const {

@@ -9,11 +9,14 @@
 
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_string.h"
 #include "host/zefkit/zk_uuid.h"
+
+class CKorvoUndoScope;
 
 class CKorvoDocData {
  public:
@@ -91,9 +94,17 @@ class CKorvoDocData {
   unsigned int m_doc_serial_number = 0;
 
  private:
+  friend class CKorvoUndoScope;
+  // Called by every change of the entries before it happens: each undo scope open on the table
+  // takes its snapshot now, if it has none yet, so that a scope around an operation that changes
+  // nothing copies nothing.
+  void BeforeChange();
+
   int IndexOfName(const wchar_t* name) const;
   int IndexOfId(const ZK_UUID& id) const;
   int RenameAt(int index, const wchar_t* new_name);
   void RemoveAt(int index);
   void Append(const ZK_UUID& id, const ZK_wString& name);
+
+  std::vector<CKorvoUndoScope*> m_open_scopes;  // not copied with the entries
 };

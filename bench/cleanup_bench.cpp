@@ -13,10 +13,6 @@ namespace {
 
 constexpr int kStances = 1000;
 
-void Sizes(benchmark::internal::Benchmark* b) {
-  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-}
-
 // Ten entries per object, and one stance that nothing carries, so that the visit cannot stop
 // early and every entry is looked at.
 void BM_RemoveUnusedStances(benchmark::State& state) {
@@ -34,13 +30,13 @@ void BM_RemoveUnusedStances(benchmark::State& state) {
     state.SkipWithError("the clean-up removed the wrong stances");
   }
 }
-BENCHMARK(BM_RemoveUnusedStances)->Apply(Sizes);
+BENCHMARK(BM_RemoveUnusedStances)->Apply(ModelSizes);
 
 void BM_ReadEveryEntryOfTen(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, 10);
   for (auto _ : state) benchmark::DoNotOptimize(ReadEveryEntry(model.Doc()));
 }
-BENCHMARK(BM_ReadEveryEntryOfTen)->Apply(Sizes);
+BENCHMARK(BM_ReadEveryEntryOfTen)->Apply(ModelSizes);
 
 // What the end of an open does to every record, against the table's ids gathered once. Every
 // entry's stance is known, so that each round does the whole work and changes nothing.
@@ -58,13 +54,13 @@ void BM_EndOfOpenCleanUp(benchmark::State& state) {
   }
   if (ReadEveryEntry(model.Doc()) != 3 * state.range(0)) state.SkipWithError("entries were lost");
 }
-BENCHMARK(BM_EndOfOpenCleanUp)->Apply(Sizes);
+BENCHMARK(BM_EndOfOpenCleanUp)->Apply(ModelSizes);
 
 void BM_ReadEveryEntryOfThree(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, 3);
   for (auto _ : state) benchmark::DoNotOptimize(ReadEveryEntry(model.Doc()));
 }
-BENCHMARK(BM_ReadEveryEntryOfThree)->Apply(Sizes);
+BENCHMARK(BM_ReadEveryEntryOfThree)->Apply(ModelSizes);
 
 KORVO_RATIO_ROW("RemoveUnusedStances, 10 entries per object / one pass over every entry",
                 "BM_RemoveUnusedStances", "BM_ReadEveryEntryOfTen", 1.50);

@@ -14,10 +14,6 @@ namespace {
 
 constexpr int kStances = 1000;
 
-void Sizes(benchmark::internal::Benchmark* b) {
-  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-}
-
 // Each round selects every object of a new model, then runs the user's Delete on the selection.
 void DeleteEveryObject(benchmark::State& state, bool plug_in_loaded) {
   if (!plug_in_loaded) CTarsaStandIn::UnloadPlugIn(KorvoPlugIn());
@@ -41,10 +37,10 @@ void DeleteEveryObject(benchmark::State& state, bool plug_in_loaded) {
 }
 
 void BM_DeleteStanceObjects(benchmark::State& state) { DeleteEveryObject(state, true); }
-BENCHMARK(BM_DeleteStanceObjects)->Apply(Sizes);
+BENCHMARK(BM_DeleteStanceObjects)->Apply(ModelSizes);
 
 void BM_DeleteWithoutPlugIn(benchmark::State& state) { DeleteEveryObject(state, false); }
-BENCHMARK(BM_DeleteWithoutPlugIn)->Apply(Sizes);
+BENCHMARK(BM_DeleteWithoutPlugIn)->Apply(ModelSizes);
 
 KORVO_RATIO_ROW("Delete of every stance object in one command / the host's own deletion",
                 "BM_DeleteStanceObjects", "BM_DeleteWithoutPlugIn", 2.00);

@@ -24,10 +24,6 @@ namespace {
 constexpr int kStances = 1000;
 constexpr int kEntries = 3;
 
-void Sizes(benchmark::internal::Benchmark* b) {
-  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-}
-
 // A model of `objects` points saved to a file, removed when the benchmark ends.
 class ModelFile {
  public:
@@ -66,10 +62,10 @@ void Open(benchmark::State& state, bool plug_in_loaded) {
 }
 
 void BM_OpenWithPlugIn(benchmark::State& state) { Open(state, true); }
-BENCHMARK(BM_OpenWithPlugIn)->Apply(Sizes);
+BENCHMARK(BM_OpenWithPlugIn)->Apply(ModelSizes);
 
 void BM_OpenWithoutPlugIn(benchmark::State& state) { Open(state, false); }
-BENCHMARK(BM_OpenWithoutPlugIn)->Apply(Sizes);
+BENCHMARK(BM_OpenWithoutPlugIn)->Apply(ModelSizes);
 
 // Merges the file into a new document that has the file's stance names already (taken: a
 // thousand objects carry them) or not:
@@ -100,10 +96,10 @@ void Import(benchmark::State& state, bool names_taken) {
 }
 
 void BM_ImportNamesFree(benchmark::State& state) { Import(state, false); }
-BENCHMARK(BM_ImportNamesFree)->Apply(Sizes);
+BENCHMARK(BM_ImportNamesFree)->Apply(ModelSizes);
 
 void BM_ImportNamesTaken(benchmark::State& state) { Import(state, true); }
-BENCHMARK(BM_ImportNamesTaken)->Apply(Sizes);
+BENCHMARK(BM_ImportNamesTaken)->Apply(ModelSizes);
 
 // The least an import can do: read the objects without the plug-in, then give every entry a new
 // id once, through a map built once.
@@ -137,7 +133,7 @@ void BM_MergeAndRekeyEveryEntry(benchmark::State& state) {
     state.ResumeTiming();
   }
 }
-BENCHMARK(BM_MergeAndRekeyEveryEntry)->Apply(Sizes);
+BENCHMARK(BM_MergeAndRekeyEveryEntry)->Apply(ModelSizes);
 
 void BM_WriteAndReadFile(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
@@ -155,7 +151,7 @@ void BM_WriteAndReadFile(benchmark::State& state) {
   }
   std::remove(model.SaveAs("write_read").c_str());
 }
-BENCHMARK(BM_WriteAndReadFile)->Apply(Sizes);
+BENCHMARK(BM_WriteAndReadFile)->Apply(ModelSizes);
 
 // Copying the bytes of the same file in memory.
 void BM_CopyFileBytes(benchmark::State& state) {
@@ -169,7 +165,7 @@ void BM_CopyFileBytes(benchmark::State& state) {
     benchmark::ClobberMemory();
   }
 }
-BENCHMARK(BM_CopyFileBytes)->Apply(Sizes);
+BENCHMARK(BM_CopyFileBytes)->Apply(ModelSizes);
 
 KORVO_RATIO_ROW("Import of 1,000 stances, names free / reading and re-keying every entry",
                 "BM_ImportNamesFree", "BM_MergeAndRekeyEveryEntry", 2.00);

@@ -4,6 +4,13 @@
 // row's goal beside it, after the usual benchmark output.
 #pragma once
 
+#include <benchmark/benchmark.h>
+
+// The sizes every row is measured at: 1,000, 10,000 and 100,000 objects.
+inline void ModelSizes(benchmark::internal::Benchmark* b) {
+  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+}
+
 struct RatioRow {
   const char* m_what;      // as the README's table names the row
   const char* m_measured;  // the benchmark of the plug-in's operation

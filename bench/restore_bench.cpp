@@ -11,10 +11,6 @@ namespace {
 constexpr int kStances = 1000;
 constexpr int kEntries = 3;
 
-void Sizes(benchmark::internal::Benchmark* b) {
-  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-}
-
 // Runs `restore` after every object was moved; checks once, untimed, that it put them back.
 template <class Restore>
 void RestoreMoved(benchmark::State& state, Restore&& restore) {
@@ -35,14 +31,14 @@ void BM_RestoreMovedByHostAccess(benchmark::State& state) {
   CKorvoDynamicAccess access;
   RestoreMoved(state, [&](BenchModel& model) { access.RestoreStance(model.Doc(), model.All()); });
 }
-BENCHMARK(BM_RestoreMovedByHostAccess)->Apply(Sizes);
+BENCHMARK(BM_RestoreMovedByHostAccess)->Apply(ModelSizes);
 
 void BM_RestoreMovedByCommand(benchmark::State& state) {
   RestoreMoved(state, [](BenchModel&) {
     CTarsaStandIn::CommandLine().RunScript(L"-_Stance _Restore \"All\" _Enter", 0);
   });
 }
-BENCHMARK(BM_RestoreMovedByCommand)->Apply(Sizes);
+BENCHMARK(BM_RestoreMovedByCommand)->Apply(ModelSizes);
 
 // The host moving every object once, as a restore of moved objects must.
 void BM_TransformEveryObject(benchmark::State& state) {
@@ -54,7 +50,7 @@ void BM_TransformEveryObject(benchmark::State& state) {
     state.ResumeTiming();
   }
 }
-BENCHMARK(BM_TransformEveryObject)->Apply(Sizes);
+BENCHMARK(BM_TransformEveryObject)->Apply(ModelSizes);
 
 void BM_RestoreUnmoved(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
@@ -62,13 +58,13 @@ void BM_RestoreUnmoved(benchmark::State& state) {
   for (auto _ : state) access.RestoreStance(model.Doc(), model.All());
   if (!model.AtStart()) state.SkipWithError("an unmoved object moved");
 }
-BENCHMARK(BM_RestoreUnmoved)->Apply(Sizes);
+BENCHMARK(BM_RestoreUnmoved)->Apply(ModelSizes);
 
 void BM_ReadEveryEntry(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
   for (auto _ : state) benchmark::DoNotOptimize(ReadEveryEntry(model.Doc()));
 }
-BENCHMARK(BM_ReadEveryEntry)->Apply(Sizes);
+BENCHMARK(BM_ReadEveryEntry)->Apply(ModelSizes);
 
 KORVO_RATIO_ROW("Restore, every object moved, host access / host's transform loop",
                 "BM_RestoreMovedByHostAccess", "BM_TransformEveryObject", 1.10);

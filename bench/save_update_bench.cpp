@@ -15,10 +15,6 @@ namespace {
 constexpr int kStances = 1000;
 constexpr int kEntries = 3;
 
-void Sizes(benchmark::internal::Benchmark* b) {
-  b->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
-}
-
 CKorvoDocData& Table(const BenchModel& model) {
   return *KorvoPlugIn().DocData(model.Doc().RuntimeSerialNumber());
 }
@@ -61,7 +57,7 @@ void BM_SaveByHostAccess(benchmark::State& state) {
   }
   CheckSaved(state, model, L"Saved");
 }
-BENCHMARK(BM_SaveByHostAccess)->Apply(Sizes);
+BENCHMARK(BM_SaveByHostAccess)->Apply(ModelSizes);
 
 void BM_UpdateByHostAccess(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
@@ -73,7 +69,7 @@ void BM_UpdateByHostAccess(benchmark::State& state) {
     state.ResumeTiming();
   }
 }
-BENCHMARK(BM_UpdateByHostAccess)->Apply(Sizes);
+BENCHMARK(BM_UpdateByHostAccess)->Apply(ModelSizes);
 
 void BM_SaveFlowPreSelected(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
@@ -87,7 +83,7 @@ void BM_SaveFlowPreSelected(benchmark::State& state) {
   }
   CheckSaved(state, model, L"Saved");
 }
-BENCHMARK(BM_SaveFlowPreSelected)->Apply(Sizes);
+BENCHMARK(BM_SaveFlowPreSelected)->Apply(ModelSizes);
 
 // The host rewriting every object once, as a save or an update must.
 void BM_DuplicateAndReplace(benchmark::State& state) {
@@ -100,7 +96,7 @@ void BM_DuplicateAndReplace(benchmark::State& state) {
     DuplicateAndReplace(model.Doc(), objects);
   }
 }
-BENCHMARK(BM_DuplicateAndReplace)->Apply(Sizes);
+BENCHMARK(BM_DuplicateAndReplace)->Apply(ModelSizes);
 
 KORVO_RATIO_ROW("Save of N objects, host access / host's duplicate-and-replace loop",
                 "BM_SaveByHostAccess", "BM_DuplicateAndReplace", 1.10);

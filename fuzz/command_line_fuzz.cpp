@@ -1,9 +1,12 @@
 // Feeds arbitrary text to the command line, with the Stance command registered and a document
 // with stances open. Each line is typed by the user, except a line starting with "@", whose rest
 // arrives as a macro (as the panel sends one) while the user is being asked. Whatever the text,
-// nothing may crash, hang, leak or touch memory it does not own.
+// nothing may crash, hang, leak or touch memory it does not own. With KORVO_FUZZ_ECHO set, the
+// command line's output is shown, to see what an input does.
 
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <string>
 
@@ -51,6 +54,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // A macro ends the reading loop; the user goes on typing after it.
   while (!lines.empty() && ObjectCount(doc) <= kMaxObjects) {
     command_line.ProcessInput();
+  }
+  if (std::getenv("KORVO_FUZZ_ECHO")) {
+    std::fputs(ZK_wString(command_line.TakeOutput()).ToUtf8().c_str(), stdout);
   }
   FuzzSession::End();
   return 0;

@@ -8,9 +8,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "data/placement_record.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/standin/zk_point_geometry.h"
-#include "operations/dynamic_access.h"
 #include "plugin/korvo_plugin.h"
 
 class FuzzSession {
@@ -20,27 +20,30 @@ class FuzzSession {
   static CTarsaDoc& Begin() {
     CTarsaStandIn::LoadPlugIn(KorvoPlugIn());
     CTarsaDoc& doc = *CTarsaStandIn::NewDocument();
-    const ZK_UUID door = Add(doc, L"door", new ZK_Box({0, 0, 0}, {1, 2, 0.1}));
-    std::vector<ZK_UUID> all = {
-        door, Add(doc, L"frame", new ZK_Box({-1, 0, 0}, {2, 3, 0.2}), TarsaObjectMode::hidden),
-        Add(doc, L"rail", new ZK_Polyline({{0, 0, 1}, {4, 0, 1}, {4, 4, 1}}))};
+    CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+    table.Add(kFront, L"Front");
+    table.Add(kSide, L"Side");
+    // Records made as a save makes them, without the undo steps and replacements of one, which
+    // would cost more than most inputs do.
+    Add(doc, L"door", new ZK_Box({0, 0, 0}, {1, 2, 0.1}), TarsaObjectMode::normal, true);
+    Add(doc, L"frame", new ZK_Box({-1, 0, 0}, {2, 3, 0.2}), TarsaObjectMode::hidden);
+    Add(doc, L"rail", new ZK_Polyline({{0, 0, 1}, {4, 0, 1}, {4, 4, 1}}));
     ZK_Light light;
     light.m_location = {2, 2, 5};
     light.m_direction = {0, 0, -1};
-    all.push_back(doc.LightTable()[doc.LightTable().AddLight(light)]->ModelObjectId());
-    CKorvoDynamicAccess access;
-    // Objects are looked up for each save, since saving replaces them.
-    access.SaveStance(doc, L"Front", Objects(doc, all));
-    access.SaveStance(doc, L"Side", Objects(doc, {door}));
+    light.AttachUserData(Record(false));
+    doc.LightTable().AddLight(light);
     CTarsaStandIn::TakeStanceChanges();
     return doc;
   }
 
-  // Closes every document, unloads the plug-in and drops the stance tables of closed documents,
-  // which the plug-in otherwise keeps for as long as it is loaded.
+  // Closes every document and unloads the plug-in. The stance tables of closed documents, which
+  // the plug-in keeps while it is loaded, are dropped every thousand sessions: often enough to
+  // keep memory flat, seldom enough to cost nothing.
   static void End() {
     CTarsaStandIn::Reset();
-    KorvoPlugIn().RemoveAllDocData();
+    static int sessions = 0;
+    if (++sessions % 1000 == 0) KorvoPlugIn().RemoveAllDocData();
   }
 
   static std::vector<unsigned char> Bytes(const uint8_t* data, size_t size) {
@@ -48,19 +51,23 @@ class FuzzSession {
   }
 
  private:
-  static ZK_UUID Add(CTarsaDoc& doc, const wchar_t* name, ZK_Geometry* geometry,
-                     TarsaObjectMode mode = TarsaObjectMode::normal) {
+  static inline const ZK_UUID kFront = ZK_UuidFromString("1E2D3C4B-5A69-4788-9766-554433221100");
+  static inline const ZK_UUID kSide = ZK_UuidFromString("2F3E4D5C-6B7A-4899-8877-665544332211");
+
+  // A record moved once since Front was saved, and in Side too when `side`.
+  static CKorvoUserData* Record(bool side) {
+    auto* record = new CKorvoUserData();
+    record->Add(kFront, ZK_Xform());
+    if (side) record->Add(kSide, ZK_Xform::Translation(0, 0, 1));
+    record->Transform(ZK_Xform::Translation(1, 0, 0));
+    return record;
+  }
+  static void Add(CTarsaDoc& doc, const wchar_t* name, ZK_Geometry* geometry,
+                  TarsaObjectMode mode = TarsaObjectMode::normal, bool side = false) {
     CTarsaObjectAttributes attributes;
     attributes.m_name = name;
     attributes.m_mode = mode;
-    auto* object = new CTarsaObject(geometry, attributes);
-    doc.AddObject(object);
-    return object->ModelObjectId();
-  }
-  static ZK_SimpleArray<const CTarsaObject*> Objects(CTarsaDoc& doc,
-                                                     const std::vector<ZK_UUID>& ids) {
-    ZK_SimpleArray<const CTarsaObject*> objects;
-    for (const ZK_UUID& id : ids) objects.Append(doc.LookupObject(id));
-    return objects;
+    geometry->AttachUserData(Record(side));
+    doc.AddObject(new CTarsaObject(geometry, attributes));
   }
 };

@@ -68,11 +68,11 @@ void PutBlocks(CTarsaDoc& doc) {
 
 void PutTexts() {
   PutText("save_restore",
-          "-_Stance _Save Back door rail _Enter\n_Move door _Enter 1,0,0\n"
+          "-_Stance _Save Back door rail _Enter _Enter\n_Move door _Enter 1,0,0\n"
           "-_Stance _Restore Back _Enter\n");
   PutText("list_select_visible", "-_Stance _List _Select Front _Visible=_Yes _Enter\n");
   PutText("rename_delete", "-_Stance _Rename Side \"Side view\" _Delete Front _Enter\n");
-  PutText("update_append", "-_Stance _Update Side _Append Side lamp _Enter _Enter\n");
+  PutText("update_append", "-_Stance _Update Side _Append Side rail _Enter _Enter\n");
   PutText("panel_macros",
           "@!-_Stance _Restore \"Front\"  _ENTER\n@!-_Stance _Save \"Top\" _Pause\n"
           "door\n_Enter\n@!-_Stance _Rename \"Top\" \"Up\" _ENTER\n");

@@ -38,13 +38,13 @@ struct ModelFileBlocks {
     ZK_BinaryMemoryArchive in(ReadFile(path));
     int count = 0;
     if (!in.ReadString(magic) || !in.ReadInt(version) || !in.ReadInt(count)) return false;
-    objects.resize(count > 0 ? static_cast<size_t>(count) : 0);
-    for (Bytes& object : objects) {
-      if (!ReadBlock(in, object)) return false;
+    for (int i = 0; i < count; ++i) {
+      objects.emplace_back();
+      if (!ReadBlock(in, objects.back())) return false;
     }
     if (!in.ReadInt(count)) return false;
-    plug_ins.resize(count > 0 ? static_cast<size_t>(count) : 0);
-    for (PlugInBlock& block : plug_ins) {
+    for (int i = 0; i < count; ++i) {
+      PlugInBlock& block = plug_ins.emplace_back();
       if (!in.ReadUuid(block.plug_in_id) || !ReadBlock(in, block.bytes, IdCrc(block.plug_in_id))) {
         return false;
       }

@@ -1,6 +1,4 @@
 #include <cstdio>
-#include <fstream>
-#include <random>
 
 #include <unistd.h>
 
@@ -38,14 +36,6 @@ class ModelFileTest : public StanceDocumentTest {
     bool imported = false;
     Step([&] { imported = TsReadModelFile(*doc_, path_, !reference, reference, error); });
     return imported;
-  }
-  std::vector<unsigned char> FileBytes() const {
-    std::ifstream file(path_, std::ios::binary);
-    return std::vector<unsigned char>(std::istreambuf_iterator<char>(file), {});
-  }
-  void WriteBytes(const std::vector<unsigned char>& bytes, size_t size) const {
-    std::ofstream file(path_, std::ios::binary | std::ios::trunc);
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(size));
   }
   static CKorvoDocData& TableOf(CTarsaDoc& doc) {
     return *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
@@ -146,54 +136,6 @@ TEST_F(ModelFileTest, AnAttachedModelStaysOutOfEveryVisit) {
   ASSERT_TRUE(ImportFile(true));
   EXPECT_EQ(ObjectCount(*doc_), objects);
   EXPECT_EQ(Table().Count(), 0);  // its stances are carried by reference objects only
-}
-
-TEST_F(ModelFileTest, ANewerStanceBlockIsRefusedWithOneMessage) {
-  Save(L"Front", {AddBox()});
-  SaveFile();
-  std::vector<unsigned char> bytes = FileBytes();
-  // The block is the file's last part: version, two placeholders, one stance named Front.
-  const size_t block = bytes.size() - (4 + 2 * (4 + 24) + 4 + 16 + 4 + 10);
-  bytes[block] = 1;
-  WriteBytes(bytes, bytes.size());
-  CTarsaDoc* opened = OpenFile();
-  ASSERT_NE(opened, nullptr);
-  const auto shown = CTarsaStandIn::TakeMessageBoxes();
-  ASSERT_EQ(shown.size(), 1u);
-  EXPECT_EQ(shown[0].m_text,
-            L"This model was created with a more recent version of the Stance plug-in");
-  EXPECT_EQ(shown[0].m_caption, L"Stance");
-  EXPECT_EQ(shown[0].m_flags, 0x40u);
-  EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(),
-            L"Stance: This model was created with a more recent version of the Stance plug-in\n");
-  EXPECT_EQ(TableOf(*opened).Count(), 0);
-}
-
-TEST_F(ModelFileTest, DamagedFilesNeverChangeTheOpenDocument) {
-  Save(L"Front", {AddBox(), AddLight(), Add(new ZK_Polyline({{0, 0, 0}, {1, 1, 1}}))});
-  SaveFile();
-  const std::vector<unsigned char> bytes = FileBytes();
-  const CKorvoDocData before(Table());
-  const int objects = ObjectCount(*doc_);
-  std::mt19937 random(20261122);
-  for (size_t cut = 0; cut < bytes.size(); ++cut) {
-    WriteBytes(bytes, cut);
-    EXPECT_EQ(OpenFile(), nullptr) << cut;
-    EXPECT_FALSE(ImportFile()) << cut;
-  }
-  for (int round = 0; round < 300; ++round) {
-    std::vector<unsigned char> flipped = bytes;
-    for (int flips = 0; flips < 3; ++flips) {
-      flipped[random() % flipped.size()] ^= static_cast<unsigned char>(1 + random() % 255);
-    }
-    WriteBytes(flipped, flipped.size());
-    OpenFile();
-    // Some damage is only noticed as objects left out or a refused stance block.
-    CTarsaStandIn::CommandLine().TakeOutput();
-    CTarsaStandIn::TakeMessageBoxes();
-  }
-  EXPECT_TRUE(Table() == before);
-  EXPECT_EQ(ObjectCount(*doc_), objects);
 }
 
 }  // namespace

@@ -12,10 +12,12 @@ bool SameText(const std::wstring& a, const wchar_t* b) {
   return ZK_wString(a).CompareNoCase(b) == 0;
 }
 
+// `text` is a name of any length: it is measured first, so that a word longer than every name
+// never reads past one.
 bool StartsWith(const wchar_t* text, const std::wstring& start) {
-  const ZK_wString head(text, static_cast<int>(start.size()));
-  return !start.empty() && head.Length() == static_cast<int>(start.size()) &&
-         head.CompareNoCase(start.c_str()) == 0;
+  const std::wstring name = text ? text : L"";
+  if (start.empty() || start.size() > name.size()) return false;
+  return ZK_wString(name.substr(0, start.size())).CompareNoCase(start.c_str()) == 0;
 }
 
 // The index of the one name `word` picks: "_English" exactly, else a local name exactly, else

@@ -3,16 +3,18 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <fstream>
-#include <iterator>
+
+#include "host/zefkit/zk_unknown_user_data.h"
+
+#include <errno.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
 // The smallest framed object: class uuid and chunk length.
 constexpr size_t kObjectHeaderSize = 16 + 4;
-
-// User data is read one level deep; what a piece of user data carries itself is skipped.
-constexpr int kUserDataDepth = 1;
 
 void PutLittleEndian(unsigned char* out, std::uint64_t value, int size) {
   for (int i = 0; i < size; ++i) out[i] = static_cast<unsigned char>(value >> (8 * i));
@@ -245,26 +247,41 @@ bool ZK_BinaryArchive::ReadChunk(std::vector<unsigned char>& bytes) {
 }
 
 // An object is: class uuid, then a chunk holding { a chunk with the object's own Write, the
-// count of archived user data, each piece of user data as an object }.
+// count of archived user data, each piece of user data }. A piece of user data is: class uuid,
+// then a chunk holding { user-data id, application id, copy count, a chunk with its own Write }.
 bool ZK_BinaryArchive::WriteObject(const ZK_Object& object) {
   const ZK_ClassId* class_id = object.ClassId();
   if (class_id == nullptr || ZK_UuidIsNil(class_id->Uuid())) return false;
-  int archived = 0;
+  std::vector<const ZK_UserData*> pieces;
   for (const ZK_UserData* ud = object.FirstUserData(); ud; ud = ud->Next()) {
-    archived += ud->Archive() ? 1 : 0;
+    if (ud->WriteToArchive(*this, &object)) pieces.push_back(ud);
   }
   if (!WriteUuid(class_id->Uuid()) || !BeginWriteChunk()) return false;
   if (!BeginWriteChunk() || !object.Write(*this) || !EndWriteChunk()) return false;
-  if (!WriteInt(archived)) return false;
-  for (const ZK_UserData* ud = object.FirstUserData(); ud; ud = ud->Next()) {
-    if (ud->Archive() && !WriteObject(*ud)) return false;
+  if (!WriteInt(static_cast<int>(pieces.size()))) return false;
+  for (const ZK_UserData* ud : pieces) {
+    if (!WriteUserData(*ud)) return false;
   }
-  return EndWriteChunk();
+  if (!EndWriteChunk()) return false;
+  for (const ZK_UserData* ud : pieces) {
+    // Its owner gives it up once written: the user data asked for that itself.
+    if (ud->DeleteAfterWrite(*this, &object)) delete const_cast<ZK_UserData*>(ud);
+  }
+  return true;
 }
 
-int ZK_BinaryArchive::ReadObject(ZK_Object*& object) { return ReadObjectAtDepth(object, 0); }
+bool ZK_BinaryArchive::WriteUserData(const ZK_UserData& user_data) {
+  if (const ZK_UnknownUserData* unknown = ZK_UnknownUserData::Cast(&user_data)) {
+    return WriteUuid(unknown->StoredClassUuid()) && WriteChunk(unknown->Bytes());
+  }
+  const ZK_ClassId* class_id = user_data.ClassId();
+  if (class_id == nullptr || ZK_UuidIsNil(class_id->Uuid())) return false;
+  return WriteUuid(class_id->Uuid()) && BeginWriteChunk() && WriteUuid(user_data.m_userdata_uuid) &&
+         WriteUuid(user_data.m_application_uuid) && WriteInt(user_data.m_userdata_copycount) &&
+         BeginWriteChunk() && user_data.Write(*this) && EndWriteChunk() && EndWriteChunk();
+}
 
-int ZK_BinaryArchive::ReadObjectAtDepth(ZK_Object*& object, int depth) {
+int ZK_BinaryArchive::ReadObject(ZK_Object*& object) {
   object = nullptr;
   if (m_mode != ZK_ArchiveMode::read) return 0;
   const size_t start = m_position;
@@ -286,7 +303,7 @@ int ZK_BinaryArchive::ReadObjectAtDepth(ZK_Object*& object, int depth) {
     EndReadChunk();
     return 2;
   }
-  if (depth < kUserDataDepth) ReadUserData(*created);
+  ReadUserData(*created);
   EndReadChunk();
   object = created;
   return 1;
@@ -296,12 +313,55 @@ void ZK_BinaryArchive::ReadUserData(ZK_Object& object) {
   int count = 0;
   if (!ReadInt(count) || count < 0) return;
   for (int i = 0; i < count && BytesLeft() >= kObjectHeaderSize; ++i) {
-    ZK_Object* piece = nullptr;
-    const int result = ReadObjectAtDepth(piece, kUserDataDepth);
-    if (result == 0) return;
-    ZK_UserData* user_data = ZK_UserData::Cast(piece);
-    if (user_data == nullptr || !object.AttachUserData(user_data)) delete piece;
+    ZK_UUID class_uuid;
+    if (!ReadUuid(class_uuid) || !BeginReadChunk()) return;
+    const size_t body = m_position;
+    ZK_UserData* piece = ReadUserDataBody(class_uuid);
+    if (piece == nullptr) {
+      // Kept as read, so that writing the object again loses nothing.
+      const unsigned char* first = m_buffer.data() + body;
+      piece = new ZK_UnknownUserData(class_uuid,
+                                     std::vector<unsigned char>(first, first + BytesLeft()));
+      if (!ReadUserDataHeader(*piece)) {
+        delete piece;
+        piece = nullptr;
+      }
+    }
+    EndReadChunk();
+    if (piece && piece->DeleteAfterRead(*this, &object)) {
+      delete piece;
+    } else if (piece && !object.AttachUserData(piece)) {
+      delete piece;
+    }
   }
+}
+
+bool ZK_BinaryArchive::ReadUserDataHeader(ZK_UserData& user_data) {
+  ZK_UUID userdata_uuid, application_uuid;
+  int copycount = 0;
+  if (!ReadUuid(userdata_uuid) || !ReadUuid(application_uuid) || !ReadInt(copycount)) {
+    return false;
+  }
+  user_data.m_userdata_uuid = userdata_uuid;
+  user_data.m_application_uuid = application_uuid;
+  user_data.m_userdata_copycount = copycount;
+  return true;
+}
+
+ZK_UserData* ZK_BinaryArchive::ReadUserDataBody(const ZK_UUID& class_uuid) {
+  const ZK_ClassId* class_id = ZK_ClassId::ClassId(class_uuid);
+  ZK_Object* created = class_id ? class_id->Create() : nullptr;
+  ZK_UserData* user_data = ZK_UserData::Cast(created);
+  const size_t body = m_position;
+  bool read = user_data != nullptr && ReadUserDataHeader(*user_data) && BeginReadChunk();
+  if (read) {
+    read = user_data->Read(*this);
+    EndReadChunk();
+  }
+  if (read) return user_data;
+  delete created;
+  m_position = body;
+  return nullptr;
 }
 
 ZK_BinaryMemoryArchive::ZK_BinaryMemoryArchive(size_t write_limit)
@@ -320,11 +380,27 @@ ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMo
     m_open = true;
     return;
   }
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return;
-  m_buffer.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-  m_open = !file.bad();
-  if (!m_open) m_buffer.clear();
+  // Not blocking, so that opening a pipe returns at once; it is refused below with any other
+  // file that is not a regular one (a folder, a device that never ends).
+  const int fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) return;
+  struct stat status;
+  if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
+    m_open = true;
+    unsigned char block[65536];
+    for (;;) {
+      const ssize_t got = read(fd, block, sizeof block);
+      if (got == 0) break;
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) {
+        m_open = false;
+        m_buffer.clear();
+        break;
+      }
+      m_buffer.insert(m_buffer.end(), block, block + got);
+    }
+  }
+  close(fd);
 }
 
 ZK_BinaryFileArchive::~ZK_BinaryFileArchive() { Close(); }
@@ -333,9 +409,16 @@ bool ZK_BinaryFileArchive::Close() {
   if (m_closed) return m_close_result;
   m_closed = true;
   if (m_mode == ZK_ArchiveMode::read) return m_close_result = m_open;
-  std::ofstream file(m_path, std::ios::binary | std::ios::trunc);
-  file.write(reinterpret_cast<const char*>(m_buffer.data()),
-             static_cast<std::streamsize>(m_buffer.size()));
-  file.close();
-  return m_close_result = static_cast<bool>(file);
+  const int fd = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (fd < 0) return m_close_result = false;
+  bool written = true;
+  for (size_t at = 0; written && at < m_buffer.size();) {
+    const ssize_t put = write(fd, m_buffer.data() + at, m_buffer.size() - at);
+    if (put < 0 && errno == EINTR) continue;
+    written = put > 0;
+    if (written) at += static_cast<size_t>(put);
+  }
+  // On the disk before anyone renames the file over an older one.
+  written = written && fsync(fd) == 0;
+  return m_close_result = close(fd) == 0 && written;
 }

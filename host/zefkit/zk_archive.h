@@ -49,13 +49,15 @@ class ZK_BinaryArchive {
   bool ReadChunk(std::vector<unsigned char>& bytes);
 
   // Writes the object under its class uuid, framed, followed by every piece of its user data
-  // whose Archive() is true. False when a write failed or the class has no uuid.
+  // whose WriteToArchive is true (unknown user data as it was read); then deletes the pieces
+  // whose DeleteAfterWrite is true. False when a write failed or a class has no uuid.
   bool WriteObject(const ZK_Object& object);
   // Re-creates an object written by WriteObject from its registered class, with its user data.
   //   1: `object` receives the new object, owned by the caller;
   //   2: the object was skipped (class unknown here, or its Read failed); `object` is null;
   //   0: the archive's framing is broken; `object` is null.
-  // User data that cannot be re-created or read is skipped and the object kept.
+  // User data that cannot be re-created or read stays with the object as ZK_UnknownUserData;
+  // user data whose DeleteAfterRead is true is deleted instead of attached.
   int ReadObject(ZK_Object*& object);
 
   // Bytes that can still be read in the current chunk (or the whole archive).
@@ -73,8 +75,12 @@ class ZK_BinaryArchive {
  private:
   bool WriteBytes(const void* bytes, size_t size);
   bool ReadBytes(void* bytes, size_t size);
-  int ReadObjectAtDepth(ZK_Object*& object, int depth);
+  bool WriteUserData(const ZK_UserData& user_data);
   void ReadUserData(ZK_Object& object);
+  bool ReadUserDataHeader(ZK_UserData& user_data);
+  // The user data of that class re-created and read from the chunk being read; null, with the
+  // position as it was, when it cannot be.
+  ZK_UserData* ReadUserDataBody(const ZK_UUID& class_uuid);
 };
 
 // An archive held in memory.
@@ -88,8 +94,9 @@ class ZK_BinaryMemoryArchive : public ZK_BinaryArchive {
   const std::vector<unsigned char>& Bytes() const { return m_buffer; }
 };
 
-// An archive on disk. For reading, the file is loaded when the archive is made; for writing, the
-// bytes are collected and written to the file by Close (or by the destructor, if not closed).
+// An archive on disk. For reading, the file is loaded when the archive is made: only a regular
+// file opens (not a folder, a device or a pipe). For writing, the bytes are collected and written
+// to the file, and flushed to the disk, by Close (or by the destructor, if not closed).
 class ZK_BinaryFileArchive : public ZK_BinaryArchive {
  public:
   ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMode mode);

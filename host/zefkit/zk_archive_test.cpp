@@ -15,6 +15,8 @@
 namespace {
 
 const ZK_UUID kMemoId = ZK_UuidFromString("68710E7F-6F9B-4187-9AF0-CFC2C4806C0F");
+const ZK_UUID kUnknownId = ZK_UuidFromString("0F1E2D3C-4B5A-4978-8695-A4B3C2D1E0F9");
+const ZK_UUID kUnreadableId = ZK_UuidFromString("5B5C936D-BACA-4D3A-BDDC-300D4A3CE668");
 const wchar_t* const kMemoText = L"\u00C9t\u00E9 \U0001F600";
 
 ZK_Object* CreateMemo();
@@ -77,20 +79,65 @@ class ZkArchive : public testing::Test {
   ZK_Light light_;
 };
 
-TEST_F(ZkArchive, SkipsUnknownObjectsAndUnreadableUserDataAndReadsOn) {
+// User data that the reader cannot re-create, because its class is unknown there or its Read
+// fails, stays with its object and is copied and written back byte for byte.
+TEST_F(ZkArchive, SkipsUnknownObjectsAndKeepsUnreadableUserDataAsItWasRead) {
   {
     ZK_ClassId scoped("ArchiveTestScoped", "ZK_UserData", CreateMemo,
                       "A1B2C3D4-1111-4222-8333-444455556666");
     ASSERT_TRUE(out_.WriteObject(Memo(&scoped)));
+    for (Memo* memo : {new Memo(&scoped, kUnknownId), new Memo(&g_broken_class, kUnreadableId)}) {
+      memo->m_userdata_copycount = 1;
+      light_.AttachUserData(memo);
+    }
+    ASSERT_TRUE(out_.WriteObject(light_));
   }
-  light_.AttachUserData(
-      new Memo(&g_broken_class, ZK_UuidFromString("5B5C936D-BACA-4D3A-BDDC-300D4A3CE668")));
-  ASSERT_TRUE(out_.WriteObject(light_));
   ZK_BinaryMemoryArchive in(out_.Bytes());
   EXPECT_EQ(ReadObject(in, 2), nullptr);
+  const size_t light_at = out_.Bytes().size() - in.BytesLeft();
   std::unique_ptr<ZK_Object> object = ReadObject(in);
   ExpectLight(object.get());
-  EXPECT_EQ(object->FirstUserData()->Next(), nullptr);
+  ZK_BinaryMemoryArchive again;
+  ASSERT_TRUE(again.WriteObject(*object));
+  EXPECT_EQ(again.Bytes(),
+            std::vector<unsigned char>(out_.Bytes().begin() + light_at, out_.Bytes().end()));
+  const ZK_Light copy(*ZK_Light::Cast(object.get()));
+  EXPECT_NE(copy.GetUserData(kUnknownId), nullptr);
+  EXPECT_NE(copy.GetUserData(kUnreadableId), nullptr);
+}
+
+// User data that asks not to be written, or to be deleted once written or read.
+class Scratch : public Memo {
+ public:
+  explicit Scratch(int mode) : Memo(&g_memo_class, kScratchId), mode_(mode) {}
+  bool WriteToArchive(const ZK_BinaryArchive&, const ZK_Object*) const override {
+    return mode_ != kNotWritten;
+  }
+  bool DeleteAfterWrite(const ZK_BinaryArchive&, const ZK_Object*) const override {
+    return mode_ == kDeletedOnceWritten;
+  }
+  static constexpr int kNotWritten = 0, kDeletedOnceWritten = 1;
+  static inline const ZK_UUID kScratchId =
+      ZK_UuidFromString("94C2A7E1-3B5D-4F60-8172-A3B4C5D6E7F8");
+
+ private:
+  int mode_;
+};
+
+TEST_F(ZkArchive, UserDataDecidesWhetherItIsWrittenAndKept) {
+  light_.AttachUserData(new Scratch(Scratch::kNotWritten));
+  ASSERT_TRUE(out_.WriteObject(light_));
+  EXPECT_NE(light_.GetUserData(Scratch::kScratchId), nullptr);
+  delete light_.GetUserData(Scratch::kScratchId);
+  light_.AttachUserData(new Scratch(Scratch::kDeletedOnceWritten));
+  ASSERT_TRUE(out_.WriteObject(light_));
+  EXPECT_EQ(light_.GetUserData(Scratch::kScratchId), nullptr);
+
+  ZK_BinaryMemoryArchive in(out_.Bytes());
+  std::unique_ptr<ZK_Object> first = ReadObject(in);
+  std::unique_ptr<ZK_Object> second = ReadObject(in);
+  EXPECT_EQ(first->GetUserData(Scratch::kScratchId), nullptr);
+  EXPECT_NE(second->GetUserData(Scratch::kScratchId), nullptr);  // read back as a memo
 }
 
 // Strings travel as a unit count and little-endian UTF-16 units. A huge length must fail

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "host/zefkit/standin/zk_testing.h"
+#include "host/zefkit/zk_archive.h"
+#include "host/zefkit/zk_crc32.h"
 
 namespace {
 
@@ -105,7 +107,27 @@ ZK_Object* ZK_Object::__DeepCopy() const { return nullptr; }
 
 ZK_Object::~ZK_Object() { PurgeUserData(); }
 
+void ZK_Object::MemoryRelocate() {}
+
 bool ZK_Object::IsValid() const { return true; }
+
+void ZK_Object::Dump(ZK_wString& text) const {
+  const ZK_ClassId* class_id = ClassId();
+  text += ZK_wString::FromUtf8(class_id ? class_id->ClassName() : "?");
+  text += L"\n";
+}
+
+unsigned int ZK_Object::SizeOf() const {
+  unsigned int size = sizeof(ZK_Object);
+  for (const ZK_UserData* ud = m_userdata_list; ud; ud = ud->m_userdata_next) size += ud->SizeOf();
+  return size;
+}
+
+unsigned int ZK_Object::DataCRC(unsigned int crc) const {
+  ZK_BinaryMemoryArchive archive;
+  if (!Write(archive)) return crc;
+  return ZK_CRC32(crc, archive.Bytes().size(), archive.Bytes().data());
+}
 
 bool ZK_Object::Write(ZK_BinaryArchive&) const { return true; }
 
@@ -114,6 +136,8 @@ bool ZK_Object::Read(ZK_BinaryArchive&) { return true; }
 unsigned int ZK_Object::ObjectType() const { return 0; }
 
 ZK_UUID ZK_Object::ModelObjectId() const { return ZK_nil_uuid; }
+
+void ZK_Object::DestroyRuntimeCache(bool) {}
 
 bool ZK_Object::IsKindOf(const ZK_ClassId* class_id) const {
   const ZK_ClassId* own = ClassId();
@@ -214,6 +238,16 @@ const ZK_ClassId* ZK_UserData::ClassId() const { return &g_userdata_class; }
 bool ZK_UserData::GetDescription(ZK_wString&) { return false; }
 
 bool ZK_UserData::Archive() const { return false; }
+
+bool ZK_UserData::WriteToArchive(const ZK_BinaryArchive&, const ZK_Object*) const {
+  return Archive();
+}
+
+bool ZK_UserData::DeleteAfterWrite(const ZK_BinaryArchive&, const ZK_Object*) const {
+  return false;
+}
+
+bool ZK_UserData::DeleteAfterRead(const ZK_BinaryArchive&, ZK_Object*) const { return false; }
 
 bool ZK_UserData::Transform(const ZK_Xform& xform) {
   if (g_fail_userdata_transform) return false;

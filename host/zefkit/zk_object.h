@@ -61,12 +61,24 @@ class ZK_Object {
   // A new copy of this object owned by the caller, or null when the class cannot copy itself.
   virtual ZK_Object* __DeepCopy() const;
   virtual ~ZK_Object();
+  // Called once the object has been moved to another address; the base has nothing to fix.
+  virtual void MemoryRelocate();
   virtual bool IsValid() const;
+  // Appends a line describing the object for diagnostics; the base gives its class name.
+  virtual void Dump(ZK_wString& text) const;
+  // The bytes the object uses: the base counts itself and the SizeOf of each piece of its user
+  // data.
+  virtual unsigned int SizeOf() const;
+  // Continues the CRC-32 `crc` (0 to start) over the bytes Write gives: equal data, equal value.
+  // User data is not included. `crc` itself when Write fails.
+  virtual unsigned int DataCRC(unsigned int crc) const;
   // Write and Read hold the class's own fields; user data is written by the archive.
   virtual bool Write(ZK_BinaryArchive& archive) const;
   virtual bool Read(ZK_BinaryArchive& archive);
   virtual unsigned int ObjectType() const;
   virtual ZK_UUID ModelObjectId() const;
+  // Frees what the object computes and keeps only for speed; the base keeps nothing.
+  virtual void DestroyRuntimeCache(bool delete_cache = true);
 
   bool IsKindOf(const ZK_ClassId* class_id) const;
 
@@ -105,6 +117,15 @@ class ZK_UserData : public ZK_Object {
   virtual bool GetDescription(ZK_wString& description);
   // True when the archive writes this user data with its object. The base says false.
   virtual bool Archive() const;
+  // Asked by `archive` as it writes `parent`: true to write this user data with it. The base
+  // gives Archive().
+  virtual bool WriteToArchive(const ZK_BinaryArchive& archive, const ZK_Object* parent) const;
+  // Asked by `archive` once it has written `parent`: true, and the archive deletes this user data
+  // (data that exists only to be saved). The base says false.
+  virtual bool DeleteAfterWrite(const ZK_BinaryArchive& archive, const ZK_Object* parent) const;
+  // Asked by `archive` when it has read this user data for `parent`: true, and the archive
+  // deletes it instead of attaching it (data that only converts the file). The base says false.
+  virtual bool DeleteAfterRead(const ZK_BinaryArchive& archive, ZK_Object* parent) const;
   // Called by the kernel with every transform of the object that carries the user data. The base
   // multiplies it into m_userdata_xform and returns true.
   virtual bool Transform(const ZK_Xform& xform);

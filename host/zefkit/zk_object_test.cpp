@@ -114,6 +114,19 @@ TEST_F(ZkUserData, FollowsEveryTransformOfItsLightAndChangesNothingWhenItFails) 
   EXPECT_EQ(second->m_userdata_xform, xform);
 }
 
+// Two objects with the same data check the same, whatever user data they carry; any change of
+// the data shows.
+TEST_F(ZkUserData, DataCrcFollowsTheDataAlone) {
+  ZK_Light same;
+  same.m_location = light_.m_location = {1, 2, 3};
+  Attach(light_, new Note());
+  EXPECT_EQ(light_.DataCRC(0), same.DataCRC(0));
+  EXPECT_NE(light_.DataCRC(0), 0u);
+  same.m_intensity += 1e-9;
+  EXPECT_NE(light_.DataCRC(0), same.DataCRC(0));
+  EXPECT_GT(light_.SizeOf(), same.SizeOf());  // the note counts
+}
+
 TEST(ZkClassId, FindsClassesByNameAndKnowsTheirBases) {
   const ZK_ClassId* light = ZK_ClassId::ClassId("ZK_Light");
   const ZK_ClassId* geometry = ZK_ClassId::ClassId("ZK_Geometry");

@@ -79,6 +79,16 @@ TEST_F(CommandLineTest, TypedWordsAndQuotedTextsAnswerOnePromptEach) {
             L"Command: m=slow\nUnknown command: m=slow\n");
 }
 
+TEST_F(CommandLineTest, AWordLongerThanEveryOptionIsAnUnknownAnswer) {
+  const std::wstring longer = L"Lengthy" + std::wstring(100000, L'y');
+  Type({L"-_Ask a b", longer, L"Mode=" + longer, L"_Enter"});
+  CommandLine().ProcessInput();
+  const std::wstring output = CommandLine().TakeOutput();
+  EXPECT_NE(output.find(L"Unknown option: " + longer + L"\n"), std::wstring::npos);
+  EXPECT_NE(output.find(L"Unknown option: Mode=" + longer + L"\n"), std::wstring::npos);
+  EXPECT_EQ(output.find(L"option "), std::wstring::npos);  // nothing was picked
+}
+
 TEST_F(CommandLineTest, AMacroPausesForTheUserAndCancelsWithBang) {
   Type({L"from"});
   CommandLine().RunScript(L"frage _Pause later _Mode _Slow", 0);

@@ -1,11 +1,14 @@
 #include "host/tarsa/standin/tarsa_model_file.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 #include <vector>
 
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_archive.h"
+#include "host/zefkit/zk_crc32.h"
 
 namespace {
 
@@ -19,7 +22,35 @@ struct ParsedModel {
   int skipped = 0;  // objects that could not be read and are left out
 };
 
+namespace fs = std::filesystem;
+
 std::wstring Wide(const std::string& path) { return ZK_wString::FromUtf8(path).Text(); }
+
+// A framed block: a chunk, then the CRC-32 of its bytes continued from `crc` (the CRC of the
+// plug-in id that precedes a plug-in block, so that a damaged id is caught too).
+bool WriteBlock(ZK_BinaryArchive& archive, const std::vector<unsigned char>& bytes,
+                unsigned int crc = 0) {
+  return archive.WriteChunk(bytes) &&
+         archive.WriteInt(static_cast<int>(ZK_CRC32(crc, bytes.size(), bytes.data())));
+}
+
+enum class BlockRead { read, cut_short, damaged };
+
+BlockRead ReadBlock(ZK_BinaryArchive& archive, std::vector<unsigned char>& bytes,
+                    unsigned int crc = 0) {
+  int stored = 0;
+  if (!archive.ReadChunk(bytes) || !archive.ReadInt(stored)) return BlockRead::cut_short;
+  return static_cast<unsigned int>(stored) == ZK_CRC32(crc, bytes.size(), bytes.data())
+             ? BlockRead::read
+             : BlockRead::damaged;
+}
+
+// The CRC-32 of a plug-in id as the archive writes it.
+unsigned int IdCrc(const ZK_UUID& plug_in_id) {
+  ZK_BinaryMemoryArchive id;
+  id.WriteUuid(plug_in_id);
+  return ZK_CRC32(0, id.Bytes().size(), id.Bytes().data());
+}
 
 // One object's record: id, name, mode, history, geometry with its user data. Null when the
 // record cannot be used; the chunk around it lets the rest of the file be read all the same.
@@ -48,8 +79,49 @@ std::unique_ptr<CTarsaObject> ReadObjectRecord(ZK_BinaryArchive& archive) {
   return object;
 }
 
+// The objects and plug-in blocks after the file's header. False when a count or a block is cut
+// short, or a block fails its check (`failure` is then damaged).
+bool ParseBlocks(ZK_BinaryArchive& archive, ParsedModel& model, BlockRead& failure) {
+  int count = 0;
+  if (!archive.ReadInt(count) || count < 0) return false;
+  std::vector<unsigned char> bytes;
+  for (int i = 0; i < count; ++i) {
+    failure = ReadBlock(archive, bytes);
+    if (failure != BlockRead::read) return false;
+    ZK_BinaryMemoryArchive record(bytes);
+    std::unique_ptr<CTarsaObject> object = ReadObjectRecord(record);
+    if (object) {
+      model.objects.push_back(std::move(object));
+    } else {
+      ++model.skipped;
+    }
+  }
+  if (!archive.ReadInt(count) || count < 0) return false;
+  for (int i = 0; i < count; ++i) {
+    CTarsaDoc::PlugInData block;
+    if (!archive.ReadUuid(block.m_plug_in_id)) return false;
+    failure = ReadBlock(archive, block.m_bytes, IdCrc(block.m_plug_in_id));
+    if (failure != BlockRead::read) return false;
+    model.blocks.push_back(std::move(block));
+  }
+  return archive.BytesLeft() == 0;  // bytes after the last block: a count was damaged
+}
+
+// Why a path cannot be opened as a model file, or empty when it may be tried.
+std::wstring NotAFile(const std::string& path) {
+  std::error_code ec;
+  const fs::file_status status = fs::status(path, ec);
+  if (fs::is_directory(status)) return Wide(path) + L" is a folder, not a model file.";
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    return Wide(path) + L" is a device or another special file, not a model file.";
+  }
+  return std::wstring();
+}
+
 // Reads the whole file; false with a message for a file that cannot be used.
 bool Parse(const std::string& path, ParsedModel& model, std::wstring& error) {
+  error = NotAFile(path);
+  if (!error.empty()) return false;
   ZK_BinaryFileArchive archive(path, ZK_ArchiveMode::read);
   if (!archive.IsOpen()) {
     error = L"Cannot read " + Wide(path) + L".";
@@ -67,27 +139,12 @@ bool Parse(const std::string& path, ParsedModel& model, std::wstring& error) {
             std::to_wstring(kFormatVersion) + L".";
     return false;
   }
-  error = Wide(path) + L" is cut short or damaged.";
-  int count = 0;
-  if (!archive.ReadInt(count) || count < 0) return false;
-  for (int i = 0; i < count; ++i) {
-    if (!archive.BeginReadChunk()) return false;
-    std::unique_ptr<CTarsaObject> object = ReadObjectRecord(archive);
-    archive.EndReadChunk();
-    if (object) {
-      model.objects.push_back(std::move(object));
-    } else {
-      ++model.skipped;
-    }
-  }
-  if (!archive.ReadInt(count) || count < 0) return false;
-  for (int i = 0; i < count; ++i) {
-    CTarsaDoc::PlugInData block;
-    if (!archive.ReadUuid(block.m_plug_in_id) || !archive.ReadChunk(block.m_bytes)) return false;
-    model.blocks.push_back(std::move(block));
-  }
-  error.clear();
-  return true;
+  BlockRead failure = BlockRead::cut_short;
+  if (ParseBlocks(archive, model, failure)) return true;
+  error = failure == BlockRead::damaged
+              ? Wide(path) + L" is damaged: a block of it does not match its checksum."
+              : Wide(path) + L" is cut short or damaged.";
+  return false;
 }
 
 CTarsaPlugIn* LoadedPlugIn(const ZK_UUID& plug_in_id) {
@@ -109,10 +166,12 @@ void Apply(CTarsaDoc& doc, ParsedModel& model, const std::string& path, bool mer
   }
   const CTarsaFileReadOptions options(name, merge, reference);
   for (CTarsaDoc::PlugInData& block : model.blocks) {
-    if (CTarsaPlugIn* plug_in = LoadedPlugIn(block.m_plug_in_id)) {
-      ZK_BinaryMemoryArchive archive(block.m_bytes);
-      plug_in->ReadDocument(doc, archive, options);
-    } else if (!merge && !reference) {
+    CTarsaPlugIn* plug_in = LoadedPlugIn(block.m_plug_in_id);
+    ZK_BinaryMemoryArchive archive(block.m_bytes);
+    const bool read = plug_in && plug_in->ReadDocument(doc, archive, options);
+    // A block no plug-in here could read (one of a newer version, say) goes back into the file
+    // when the document is saved.
+    if (!read && !merge && !reference) {
       CTarsaStandIn::KeepPlugInData(doc, block.m_plug_in_id, std::move(block.m_bytes));
     }
   }
@@ -127,11 +186,11 @@ void Apply(CTarsaDoc& doc, ParsedModel& model, const std::string& path, bool mer
 bool WriteObjectRecord(ZK_BinaryArchive& archive, const CTarsaObject& object) {
   const CTarsaObjectAttributes& attributes = object.Attributes();
   const CTarsaHistoryRecord* history = object.HistoryRecord();
-  return archive.BeginWriteChunk() && archive.WriteUuid(attributes.m_uuid) &&
-         archive.WriteString(attributes.m_name) &&
-         archive.WriteInt(static_cast<int>(attributes.m_mode)) &&
-         archive.WriteString(history ? history->m_command_name : ZK_wString()) &&
-         archive.WriteObject(*object.Geometry()) && archive.EndWriteChunk();
+  ZK_BinaryMemoryArchive record;
+  return record.WriteUuid(attributes.m_uuid) && record.WriteString(attributes.m_name) &&
+         record.WriteInt(static_cast<int>(attributes.m_mode)) &&
+         record.WriteString(history ? history->m_command_name : ZK_wString()) &&
+         record.WriteObject(*object.Geometry()) && WriteBlock(archive, record.Bytes());
 }
 
 bool WriteModel(CTarsaDoc& doc, ZK_BinaryArchive& archive, const std::wstring& name) {
@@ -149,9 +208,15 @@ bool WriteModel(CTarsaDoc& doc, ZK_BinaryArchive& archive, const std::wstring& n
   for (CTarsaPlugIn* plug_in : CTarsaStandIn::PlugIns()) {
     if (plug_in->ShouldWriteDocument(options)) writers.push_back(plug_in);
   }
+  auto writes = [&writers](const ZK_UUID& plug_in_id) {
+    for (CTarsaPlugIn* plug_in : writers) {
+      if (plug_in->PlugInID() == plug_in_id) return true;
+    }
+    return false;
+  };
   std::vector<const CTarsaDoc::PlugInData*> kept;
   for (const CTarsaDoc::PlugInData& block : CTarsaStandIn::KeptPlugInData(doc)) {
-    if (LoadedPlugIn(block.m_plug_in_id) == nullptr) kept.push_back(&block);
+    if (!writes(block.m_plug_in_id)) kept.push_back(&block);
   }
   if (!archive.WriteString(kMagic) || !archive.WriteInt(kFormatVersion) ||
       !archive.WriteInt(static_cast<int>(objects.size()))) {
@@ -162,32 +227,69 @@ bool WriteModel(CTarsaDoc& doc, ZK_BinaryArchive& archive, const std::wstring& n
   }
   if (!archive.WriteInt(static_cast<int>(writers.size() + kept.size()))) return false;
   for (CTarsaPlugIn* plug_in : writers) {
-    if (!archive.WriteUuid(plug_in->PlugInID()) || !archive.BeginWriteChunk() ||
-        !plug_in->WriteDocument(doc, archive, options) || !archive.EndWriteChunk()) {
+    ZK_BinaryMemoryArchive block;
+    if (!plug_in->WriteDocument(doc, block, options) || !archive.WriteUuid(plug_in->PlugInID()) ||
+        !WriteBlock(archive, block.Bytes(), IdCrc(plug_in->PlugInID()))) {
       return false;
     }
   }
   for (const CTarsaDoc::PlugInData* block : kept) {
-    if (!archive.WriteUuid(block->m_plug_in_id) || !archive.WriteChunk(block->m_bytes)) {
+    if (!archive.WriteUuid(block->m_plug_in_id) ||
+        !WriteBlock(archive, block->m_bytes, IdCrc(block->m_plug_in_id))) {
       return false;
     }
   }
   return true;
 }
 
+// The file a save of `path` replaces: the file a symbolic link leads to (so that the link stays
+// a link), else `path` itself. False with a message when links loop or lead nowhere readable,
+// or the file is not a regular one (a folder, a device).
+bool SaveTarget(const std::string& path, std::string& target, std::wstring& error) {
+  fs::path at = path;
+  std::error_code ec;
+  // As many links as the system itself follows before it gives up.
+  for (int links = 0; fs::is_symlink(fs::symlink_status(at, ec)); ++links) {
+    const fs::path next = fs::read_symlink(at, ec);
+    if (ec || links == 40) {
+      error = L"Could not write " + Wide(path) + L": its symbolic links do not lead to a file.";
+      return false;
+    }
+    at = next.is_absolute() ? next : at.parent_path() / next;
+  }
+  const fs::file_status status = fs::status(at, ec);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    error = L"Could not write " + Wide(path) +
+            (fs::is_directory(status) ? L": it is a folder." : L": it is not a regular file.");
+    return false;
+  }
+  target = at.string();
+  return true;
+}
+
+// The new file gets the access rights of the one it replaces.
+void KeepPermissions(const std::string& target, const std::string& temporary) {
+  std::error_code ec;
+  const fs::file_status status = fs::status(target, ec);
+  if (!ec && fs::is_regular_file(status)) fs::permissions(temporary, status.permissions(), ec);
+}
+
 }  // namespace
 
 bool TsWriteModelFile(CTarsaDoc& doc, const std::string& path, std::wstring& error) {
   const std::wstring name = Wide(path);
+  std::string target;
+  if (!SaveTarget(path, target, error)) return false;
   CTarsaStandIn::NotifyEventWatchers(
       [&](CTarsaEventWatcher& w) { w.OnBeginSaveDocument(doc, name.c_str(), false); });
-  const std::string temporary = path + ".saving";
+  const std::string temporary = target + ".saving";
   bool saved = false;
   {
     ZK_BinaryFileArchive archive(temporary, ZK_ArchiveMode::write);
     saved = WriteModel(doc, archive, name) && archive.Close();
   }
-  saved = saved && std::rename(temporary.c_str(), path.c_str()) == 0;
+  if (saved) KeepPermissions(target, temporary);
+  saved = saved && std::rename(temporary.c_str(), target.c_str()) == 0;
   if (!saved) {
     std::remove(temporary.c_str());
     error = L"Could not write " + name + L"; the file on disk is unchanged.";

@@ -1,0 +1,204 @@
+#include "host/tarsa/standin/tarsa_model_file.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "host/tarsa/tarsa_plugin.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
+#include "testing/host_session_test.h"
+#include "testing/model_file_blocks.h"
+
+namespace {
+
+// A tiny plug-in whose document data is a note: a version, then a text. It refuses notes of a
+// version newer than its own, as any plug-in refuses what it cannot read.
+class NotesPlugIn : public CTarsaPlugIn {
+ public:
+  ZK_UUID PlugInID() const override {
+    return ZK_UuidFromString("3C1B7E52-94A0-4D6F-8B2E-5A7C9D0E1F23");
+  }
+  bool ShouldWriteDocument(const CTarsaFileWriteOptions& options) override {
+    return !notes[options.DocumentSerialNumber()].empty();
+  }
+  bool WriteDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
+                     const CTarsaFileWriteOptions&) override {
+    return archive.WriteInt(writes_version) &&
+           archive.WriteString(notes[doc.RuntimeSerialNumber()].c_str());
+  }
+  bool ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
+                    const CTarsaFileReadOptions&) override {
+    int version = 0;
+    ZK_wString text;
+    if (!archive.ReadInt(version) || version > 0 || !archive.ReadString(text)) return false;
+    notes[doc.RuntimeSerialNumber()] += text.Text();
+    return true;
+  }
+
+  std::map<unsigned int, std::wstring> notes;
+  int writes_version = 0;
+};
+
+// User data of an application that the reading host may not know: a sticker with a text.
+ZK_Object* CreateSticker();
+class Sticker : public ZK_UserData {
+ public:
+  static inline const ZK_UUID kId = ZK_UuidFromString("6E2F0A94-1B3C-4D5E-9F60-718293A4B5C6");
+  Sticker() {
+    m_userdata_uuid = kId;
+    m_userdata_copycount = 1;
+  }
+  const ZK_ClassId* ClassId() const override { return class_id.get(); }
+  ZK_Object* __DeepCopy() const override { return new Sticker(*this); }
+  bool Archive() const override { return true; }
+  bool Write(ZK_BinaryArchive& archive) const override { return archive.WriteString(L"sticky"); }
+  bool Read(ZK_BinaryArchive& archive) override {
+    ZK_wString text;
+    return archive.ReadString(text);
+  }
+
+  // Registered only while a test wants the class known.
+  static inline std::unique_ptr<ZK_ClassId> class_id;
+};
+ZK_Object* CreateSticker() { return new Sticker(); }
+
+class ModelFileTest : public HostSessionTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(notes_));
+    folder_ = testing::TempDir() + "tarsa_model_file_test_XXXXXX";
+    ASSERT_NE(mkdtemp(folder_.data()), nullptr);
+    path_ = folder_ + "/model.tsm";
+    doc_ = CTarsaStandIn::NewDocument();
+    Sticker::class_id =
+        std::make_unique<ZK_ClassId>("ModelFileTestSticker", "ZK_UserData", CreateSticker,
+                                     "D4E5F607-1829-4A3B-8C4D-5E6F708192A3");
+  }
+  void TearDown() override {
+    Sticker::class_id.reset();
+    std::error_code ec;
+    std::filesystem::remove_all(folder_, ec);
+    HostSessionTest::TearDown();
+  }
+
+  // Two boxes, one with a sticker, and a note.
+  void MakeModel() {
+    for (int i = 0; i < 2; ++i) {
+      auto* box = new CTarsaObject(new ZK_Box({0, 0, 0}, {1.0 + i, 1, 1}), {});
+      ASSERT_TRUE(doc_->AddObject(box));
+      if (i == 0) {
+        ASSERT_TRUE(box->AttachGeometryUserData(new Sticker()));
+      }
+    }
+    notes_.notes[doc_->RuntimeSerialNumber()] = L"remember the milk";
+  }
+  void Save(const std::string& path) {
+    std::wstring error;
+    ASSERT_TRUE(TsWriteModelFile(*doc_, path, error)) << ZK_wString(error).ToUtf8();
+  }
+  // Opens `path` as a new document: null with `error_` set when it was refused.
+  CTarsaDoc* Open(const std::string& path) { return CTarsaStandIn::OpenDocument(path, error_); }
+  bool Import(const std::string& path) { return TsReadModelFile(*doc_, path, true, false, error_); }
+  int ObjectCount(const CTarsaDoc& doc) const {
+    int count = 0;
+    CTarsaObjectIterator it(const_cast<CTarsaDoc&>(doc));
+    for (const CTarsaObject* object = it.First(); object; object = it.Next()) ++count;
+    return count;
+  }
+  std::wstring Name(const std::string& path) const { return ZK_wString::FromUtf8(path).Text(); }
+
+  NotesPlugIn notes_;
+  std::string folder_, path_;
+  CTarsaDoc* doc_ = nullptr;
+  std::wstring error_;
+};
+
+TEST_F(ModelFileTest, ADamagedOrCutFileIsRefusedWholeAndNamedAndTheDocumentKeepsItsState) {
+  MakeModel();
+  Save(path_);
+  const ModelFileBlocks::Bytes bytes = ModelFileBlocks::ReadFile(path_);
+  const int objects = ObjectCount(*doc_);
+  const std::wstring note = notes_.notes[doc_->RuntimeSerialNumber()];
+  const size_t documents = CTarsaStandIn::Documents().size();
+  for (size_t at = 0; at < bytes.size(); ++at) {
+    for (bool cut : {false, true}) {
+      ModelFileBlocks::Bytes damaged = bytes;
+      if (cut) {
+        damaged.resize(at);
+      } else {
+        damaged[at] ^= 0x10;
+      }
+      ModelFileBlocks::WriteFile(path_, damaged);
+      EXPECT_EQ(Open(path_), nullptr) << at;
+      EXPECT_NE(error_.find(Name(path_)), std::wstring::npos) << at;
+      EXPECT_FALSE(Import(path_)) << at;
+    }
+  }
+  EXPECT_EQ(CTarsaStandIn::Documents().size(), documents);
+  EXPECT_EQ(ObjectCount(*doc_), objects);
+  EXPECT_EQ(notes_.notes[doc_->RuntimeSerialNumber()], note);
+
+  // A flip inside the note's block is caught by the block's checksum.
+  ModelFileBlocks::Bytes flipped = bytes;
+  flipped[bytes.size() - 8] ^= 1;
+  ModelFileBlocks::WriteFile(path_, flipped);
+  EXPECT_EQ(Open(path_), nullptr);
+  EXPECT_EQ(error_, Name(path_) + L" is damaged: a block of it does not match its checksum.");
+}
+
+// What this host cannot read, a sticker of an unknown class and a note of a newer version, is
+// saved again as it was read.
+TEST_F(ModelFileTest, OpeningAndSavingANewerFileLosesNothing) {
+  MakeModel();
+  notes_.writes_version = 1;
+  Save(path_);
+  Sticker::class_id.reset();
+
+  CTarsaDoc* opened = Open(path_);
+  ASSERT_NE(opened, nullptr) << ZK_wString(error_).ToUtf8();
+  EXPECT_EQ(notes_.notes[opened->RuntimeSerialNumber()], L"");  // refused by the plug-in
+  doc_ = opened;
+  const std::string again = folder_ + "/again.tsm";
+  Save(again);
+  ModelFileBlocks original, saved;
+  ASSERT_TRUE(original.Read(path_));
+  ASSERT_TRUE(saved.Read(again));
+  EXPECT_EQ(saved.objects, original.objects);
+  EXPECT_EQ(saved.plug_ins, original.plug_ins);
+}
+
+TEST_F(ModelFileTest, FoldersAndDevicesAreRefusedAndALinkIsSavedThrough) {
+  MakeModel();
+  EXPECT_EQ(Open(folder_), nullptr);
+  EXPECT_EQ(error_, Name(folder_) + L" is a folder, not a model file.");
+  EXPECT_FALSE(Import(folder_));
+  EXPECT_EQ(Open("/dev/zero"), nullptr);
+  EXPECT_EQ(error_, L"/dev/zero is a device or another special file, not a model file.");
+  std::wstring error;
+  EXPECT_FALSE(TsWriteModelFile(*doc_, folder_, error));
+  EXPECT_EQ(error, L"Could not write " + Name(folder_) + L": it is a folder.");
+  EXPECT_FALSE(TsWriteModelFile(*doc_, "/dev/null", error));
+  EXPECT_EQ(error, L"Could not write /dev/null: it is not a regular file.");
+
+  // A link to a link to the model, and a link to a file not made yet.
+  ASSERT_EQ(mkdir((folder_ + "/real").c_str(), 0700), 0);
+  ASSERT_EQ(symlink("real/model.tsm", (folder_ + "/inner.tsm").c_str()), 0);
+  ASSERT_EQ(symlink("inner.tsm", (folder_ + "/outer.tsm").c_str()), 0);
+  Save(folder_ + "/outer.tsm");
+  struct stat status;
+  ASSERT_EQ(lstat((folder_ + "/outer.tsm").c_str(), &status), 0);
+  EXPECT_TRUE(S_ISLNK(status.st_mode));
+  ASSERT_EQ(lstat((folder_ + "/real/model.tsm").c_str(), &status), 0);
+  EXPECT_TRUE(S_ISREG(status.st_mode));
+  CTarsaDoc* opened = Open(folder_ + "/real/model.tsm");
+  ASSERT_NE(opened, nullptr);
+  EXPECT_EQ(ObjectCount(*opened), 2);
+}
+
+}  // namespace

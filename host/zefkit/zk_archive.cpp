@@ -158,43 +158,57 @@ bool ZK_BinaryArchive::ReadString(ZK_wString& text) {
   return true;
 }
 
-bool ZK_BinaryArchive::WriteXform(const ZK_Xform& xform) {
-  for (int r = 0; r < 4; ++r) {
-    for (int c = 0; c < 4; ++c) {
-      if (!WriteDouble(xform.m_xform[r][c])) return false;
-    }
+bool ZK_BinaryArchive::WriteDoubles(const double* values, size_t count) {
+  if (count > m_write_limit / 8) return false;
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+  return WriteBytes(values, count * 8);
+#else
+  for (size_t i = 0; i < count; ++i) {
+    if (!WriteDouble(values[i])) return false;
   }
   return true;
+#endif
 }
 
-bool ZK_BinaryArchive::ReadXform(ZK_Xform& xform) {
-  const size_t start = m_position;
-  ZK_Xform read;
-  for (int r = 0; r < 4; ++r) {
-    for (int c = 0; c < 4; ++c) {
-      if (!ReadDouble(read.m_xform[r][c])) {
-        m_position = start;
-        return false;
-      }
-    }
+bool ZK_BinaryArchive::ReadDoubles(double* values, size_t count) {
+  if (count > BytesLeft() / 8) return false;
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+  const unsigned char* bytes = m_buffer.data() + m_position;
+  for (size_t i = 0; i < count; ++i) {
+    double value;
+    std::memcpy(&value, bytes + 8 * i, 8);
+    if (!std::isfinite(value)) return false;
   }
-  xform = read;
-  return true;
-}
-
-bool ZK_BinaryArchive::WritePoint(const ZK_3dPoint& point) {
-  return WriteDouble(point.x) && WriteDouble(point.y) && WriteDouble(point.z);
-}
-
-bool ZK_BinaryArchive::ReadPoint(ZK_3dPoint& point) {
+  if (count > 0) std::memcpy(values, bytes, count * 8);
+  m_position += count * 8;
+#else
   const size_t start = m_position;
-  double xyz[3];
-  for (double& value : xyz) {
+  std::vector<double> read(count);
+  for (double& value : read) {
     if (!ReadDouble(value)) {
       m_position = start;
       return false;
     }
   }
+  std::copy(read.begin(), read.end(), values);
+#endif
+  return true;
+}
+
+bool ZK_BinaryArchive::WriteXform(const ZK_Xform& xform) {
+  return WriteDoubles(&xform.m_xform[0][0], 16);
+}
+
+bool ZK_BinaryArchive::ReadXform(ZK_Xform& xform) { return ReadDoubles(&xform.m_xform[0][0], 16); }
+
+bool ZK_BinaryArchive::WritePoint(const ZK_3dPoint& point) {
+  const double xyz[3] = {point.x, point.y, point.z};
+  return WriteDoubles(xyz, 3);
+}
+
+bool ZK_BinaryArchive::ReadPoint(ZK_3dPoint& point) {
+  double xyz[3];
+  if (!ReadDoubles(xyz, 3)) return false;
   point = {xyz[0], xyz[1], xyz[2]};
   return true;
 }

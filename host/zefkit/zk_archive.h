@@ -33,6 +33,10 @@ class ZK_BinaryArchive {
   // on a negative length, a lone surrogate or a NUL character.
   bool WriteString(const ZK_wString& text);
   bool ReadString(ZK_wString& text);
+  // Arrays of doubles in one call, as `count` WriteDouble or ReadDouble would give them. A read
+  // fails, reading nothing, when a value is not finite.
+  bool WriteDoubles(const double* values, size_t count);
+  bool ReadDoubles(double* values, size_t count);
   bool WriteXform(const ZK_Xform& xform);
   bool ReadXform(ZK_Xform& xform);  // fails when an element is not finite
   bool WritePoint(const ZK_3dPoint& point);

@@ -43,6 +43,13 @@ const HelpText kTexts[] = {
      L"  Asks before it drops unsaved changes; -New never asks.\n"},
     {L"Open", L"opens a model file in place of the model.",
      L"  Answer: the file. Asks before it drops unsaved changes; -Open never asks.\n"},
+    {L"Panel", L"acts on the open Stances panel as a person would with the mouse.",
+     L"  Answer: Show (print the panel now), Select (the items named, one answer each, Enter\n"
+     L"  ends; Enter alone selects none), Click and a button (Save Restore Delete Rename Update\n"
+     L"  Append Select Help), Menu (the context menu), DoubleClick and an item, or Rename and an\n"
+     L"  item (its label is edited). The action runs when the command has ended; the menu, the\n"
+     L"  save dialog, the label and the questions it shows are answered on the command line,\n"
+     L"  where Enter takes what the prompt proposes, or No.\n"},
     {L"Picture", L"writes the top view of the model as an SVG picture.",
      L"  Answer: the file (\".svg\" is added when there is no extension). Selected objects are\n"
      L"  highlighted, hidden ones drawn faint and dashed.\n"},

@@ -2,7 +2,7 @@
 
 #include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/standin/tarsa_standin.h"
-#include "host/tarsa/tarsa_get.h"
+#include "shell/command_line_answers.h"
 
 CTarsaSession& TarsaSession() {
   static CTarsaSession session;
@@ -47,13 +47,8 @@ bool CTarsaSession::Save(const std::string& path, std::wstring& error) {
 
 bool CTarsaSession::MayDropChanges(bool ask) {
   if (!m_modified || !ask) return true;
-  CTarsaGetOption get;
-  get.AcceptNothing(true);
-  const std::wstring prompt = L"Drop the unsaved changes to " + DisplayName() + L"? <No>";
-  get.SetCommandPrompt(prompt.c_str());
-  const int yes = get.AddCommandOption(CTarsaCommandOptionName(L"Yes", L"Yes"));
-  get.AddCommandOption(CTarsaCommandOptionName(L"No", L"No"));
-  return get.GetOption() == CTarsaGet::option && get.Option()->m_option_index == yes;
+  return TarsaCommandLineAnswers().AskYesNo(L"Drop the unsaved changes to " + DisplayName() + L"?",
+                                            L"");
 }
 
 void CTarsaSession::Replace(CTarsaDoc* doc, const std::string& path) {

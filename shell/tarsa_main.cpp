@@ -12,6 +12,8 @@
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_plugin.h"
 #include "host/zefkit/standin/zk_uuid_seed.h"
+#include "shell/command_line_answers.h"
+#include "shell/panel_text.h"
 #include "shell/plugin_loading.h"
 #include "shell/program_options.h"
 #include "shell/script_input.h"
@@ -67,9 +69,12 @@ int Run(const TsProgramOptions& options) {
   } else if (options.m_script.empty()) {
     input.SetScript(std::cin);
   }
+  // Waiting for the user is when the host is idle, and when the panels show what changed.
   command_line.SetReader([&input](const std::wstring& prompt, std::wstring& line) {
+    TsShowPanelChanges();
     return input.Read(prompt, line);
   });
+  SetUserAnswers(&TarsaCommandLineAnswers());
   command_line.ProcessInput();
   return command_line.FailedCommandCount() > 0 ? 1 : 0;
 }
@@ -90,6 +95,7 @@ int main(int argc, char** argv) {
   const int status = Run(options);
   // Documents go before the plug-in whose records their objects carry.
   CTarsaStandIn::Reset();
+  SetUserAnswers(nullptr);
   TarsaSession().UnRegister();
   return status;
 }

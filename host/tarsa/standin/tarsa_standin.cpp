@@ -124,6 +124,15 @@ CTsNamedDocObjectManagerDlg* CTarsaStandIn::Panel(const ZK_UUID& tab_id) {
                                : dynamic_cast<CTsNamedDocObjectManagerDlg*>(found->second.get());
 }
 
+std::vector<CTsNamedDocObjectManagerDlg*> CTarsaStandIn::Panels() {
+  std::vector<CTsNamedDocObjectManagerDlg*> panels;
+  for (const auto& entry : TarsaApp().m_panels) {
+    auto* panel = dynamic_cast<CTsNamedDocObjectManagerDlg*>(entry.second.get());
+    if (panel != nullptr) panels.push_back(panel);
+  }
+  return panels;
+}
+
 namespace {
 
 // Delivers a user's action to a panel: now, or once the waiting command has been cancelled, when

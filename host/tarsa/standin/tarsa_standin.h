@@ -83,6 +83,8 @@ class CTarsaStandIn {
   // control does not exist or is disabled. SelectItems selects exactly the list items given; Resize
   // gives the panel a new size in pixels and lays it out again.
   static CTsNamedDocObjectManagerDlg* Panel(const ZK_UUID& tab_id);
+  // The open panels that list named objects, in the order of their tab ids.
+  static std::vector<CTsNamedDocObjectManagerDlg*> Panels();
   static bool Click(CTsNamedDocObjectManagerDlg& panel, int control_id);
   static void ContextMenu(CTsNamedDocObjectManagerDlg& panel, POINT point);
   static void DoubleClick(CTsNamedDocObjectManagerDlg& panel, int item);

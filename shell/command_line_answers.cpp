@@ -35,6 +35,17 @@ bool AskProposing(const std::wstring& prompt, const std::wstring& proposed, std:
   }
 }
 
+// A menu item's text as one option name: without its "&" marks, blanks and trailing dots
+// ("&Save Object Positions As Stance..." is "SaveObjectPositionsAsStance").
+std::wstring MenuOptionName(const std::wstring& item_text) {
+  std::wstring name;
+  for (const wchar_t c : item_text) {
+    if (c != L'&' && !std::iswspace(static_cast<wint_t>(c))) name += c;
+  }
+  while (!name.empty() && name.back() == L'.') name.pop_back();
+  return name;
+}
+
 // A menu as a prompt. An answer that names no item dismisses the menu, as a click beside it
 // does, rather than asking again: the answers that follow were meant for what comes after.
 class MenuPrompt : public CTarsaGetOption {
@@ -48,15 +59,6 @@ class MenuPrompt : public CTarsaGetOption {
 
 }  // namespace
 
-std::wstring TsMenuOptionName(const std::wstring& item_text) {
-  std::wstring name;
-  for (const wchar_t c : item_text) {
-    if (c != L'&' && !std::iswspace(static_cast<wint_t>(c))) name += c;
-  }
-  while (!name.empty() && name.back() == L'.') name.pop_back();
-  return name;
-}
-
 UINT CTarsaCommandLineAnswers::ChooseMenuItem(HMENU menu, POINT, HWND) {
   MenuPrompt get;
   get.SetCommandPrompt(L"Choose from the menu");
@@ -64,7 +66,7 @@ UINT CTarsaCommandLineAnswers::ChooseMenuItem(HMENU menu, POINT, HWND) {
   std::vector<UINT> ids;
   for (const TsMenuItem& item : TsMenuItems(menu)) {
     if (item.separator) continue;
-    const std::wstring name = TsMenuOptionName(item.text);
+    const std::wstring name = MenuOptionName(item.text);
     get.AddCommandOption(CTarsaCommandOptionName(name.c_str(), name.c_str()));
     ids.push_back(item.id);
   }

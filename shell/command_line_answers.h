@@ -24,7 +24,3 @@ class CTarsaCommandLineAnswers : public IUserAnswers {
 };
 
 CTarsaCommandLineAnswers& TarsaCommandLineAnswers();
-
-// A menu item's text as one option name: without its "&" marks, blanks and trailing dots
-// ("&Save Object Positions As Stance..." is "SaveObjectPositionsAsStance").
-std::wstring TsMenuOptionName(const std::wstring& item_text);

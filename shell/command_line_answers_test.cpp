@@ -1,0 +1,96 @@
+#include "shell/command_line_answers.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+
+#include "host/platform/menu.h"
+#include "testing/host_session_test.h"
+
+namespace {
+
+// The user answers the panel's questions by typing lines at the prompts they show.
+class CommandLineAnswersTest : public HostSessionTest {
+ protected:
+  void Type(std::deque<std::wstring> lines) {
+    typed_ = std::move(lines);
+    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
+      if (typed_.empty()) return false;
+      line = typed_.front();
+      typed_.pop_front();
+      return true;
+    });
+  }
+  std::wstring Shown() { return CTarsaStandIn::CommandLine().TakeOutput(); }
+  // The Stances panel's menu with a stance selected.
+  HMENU Menu() {
+    menu_.DestroyMenu();
+    menu_.CreatePopupMenu();
+    const HMENU h = menu_.GetSafeHmenu();
+    AppendMenuW(h, MF_STRING, 100, L"&Restore Stance");
+    AppendMenuW(h, MF_STRING, 104, L"Rena&me Stance");
+    AppendMenuW(h, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(h, MF_STRING, 106, L"&Save Object Positions As Stance...");
+    return h;
+  }
+  UINT Choose() { return answers_.ChooseMenuItem(Menu(), POINT{1, 2}, nullptr); }
+
+  CTarsaCommandLineAnswers answers_;
+  CMenu menu_;
+  std::deque<std::wstring> typed_;
+};
+
+TEST_F(CommandLineAnswersTest, TheSaveDialogProposesItsTextAndEnterTakesIt) {
+  Type({L"", L"\"Side view\"", L"_Escape"});
+  std::wstring name;
+  ASSERT_TRUE(answers_.AskText(L"Save Position", L"Save current object positions as:",
+                               L"Position 03", name));
+  EXPECT_EQ(name, L"Position 03");
+  ASSERT_TRUE(answers_.AskText(L"Save Position", L"Save as:", L"Position 03", name));
+  EXPECT_EQ(name, L"Side view");
+  EXPECT_FALSE(answers_.AskText(L"Save Position", L"Save as:", L"Position 03", name));
+  EXPECT_EQ(Shown(),
+            L"Save current object positions as <Position 03>:\n"
+            L"Save as <Position 03>: \"Side view\"\n"
+            L"Save as <Position 03>: _Escape\n");
+}
+
+TEST_F(CommandLineAnswersTest, OnlyYesReplacesOrDeletes) {
+  Type({L"y", L"", L"No", L"_Escape"});
+  EXPECT_TRUE(answers_.AskYesNo(L"Replace it?", L"Stances"));
+  EXPECT_FALSE(answers_.AskYesNo(L"Replace it?", L"Stances"));
+  EXPECT_FALSE(answers_.AskYesNo(L"Replace it?", L"Stances"));
+  EXPECT_FALSE(answers_.AskYesNo(L"Replace it?", L"Stances"));
+  EXPECT_EQ(Shown().substr(0, 31), L"Replace it? <No> ( Yes No ): y\n");
+}
+
+TEST_F(CommandLineAnswersTest, TheLabelEditorStartsFromTheCurrentName) {
+  Type({L"", L"Back"});
+  std::wstring name;
+  ASSERT_TRUE(answers_.EditLabel(nullptr, 0, L"Front", name));
+  EXPECT_EQ(name, L"Front");
+  ASSERT_TRUE(answers_.EditLabel(nullptr, 0, L"Front", name));
+  EXPECT_EQ(name, L"Back");
+  EXPECT_EQ(Shown(), L"New label <Front>:\nNew label <Front>: Back\n");
+}
+
+TEST_F(CommandLineAnswersTest, AMenuIsChosenFromByTheBeginningOfAnItem) {
+  Type({L"save", L"_RenameStance", L"", L"re", L"Update Restore"});
+  EXPECT_EQ(Choose(), 106u);
+  EXPECT_EQ(Choose(), 104u);
+  EXPECT_EQ(Choose(), 0u);
+  Shown();
+  // A word that names no one item closes the menu, as a click beside it would, and leaves what
+  // follows for the next question.
+  EXPECT_EQ(Choose(), 0u);
+  EXPECT_EQ(Choose(), 0u);
+  EXPECT_EQ(Shown(),
+            L"Choose from the menu ( RestoreStance RenameStance SaveObjectPositionsAsStance ): "
+            L"re\nNo menu item is re; the menu closes.\n"
+            L"Choose from the menu ( RestoreStance RenameStance SaveObjectPositionsAsStance ): "
+            L"Update\nNo menu item is Update; the menu closes.\n");
+  EXPECT_EQ(Choose(), 100u);
+  Shown();
+}
+
+}  // namespace

@@ -284,29 +284,9 @@ class StanceSequencesTest : public StanceDocumentTest {
     }
     return ids;
   }
-  static std::wstring Pick(const std::vector<ZK_UUID>& ids) {
-    std::wstring words;
-    for (const ZK_UUID& id : ids) words += ZK_UuidToString(id).Text() + L" ";
-    return words + L"_Enter";
-  }
   ModelStance* PickedStance(const Action& action) {
     if (model_.stances.empty()) return nullptr;
     return &model_.stances[static_cast<size_t>(action.stance) % model_.stances.size()];
-  }
-  std::vector<ZK_UUID> Objects() const {
-    std::vector<ZK_UUID> ids;
-    CTarsaObjectIterator it(*doc_);
-    for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-      ids.push_back(object->ModelObjectId());
-    }
-    return ids;
-  }
-  std::vector<ZK_UUID> AddedSince(const std::vector<ZK_UUID>& before) const {
-    std::vector<ZK_UUID> added;
-    for (const ZK_UUID& id : Objects()) {
-      if (std::find(before.begin(), before.end(), id) == before.end()) added.push_back(id);
-    }
-    return added;
   }
 
   // Runs the action and moves the model along: a message when the host did something else than
@@ -342,7 +322,7 @@ class StanceSequencesTest : public StanceDocumentTest {
 
   std::string Change(const Action& action) {
     const std::vector<ZK_UUID> picked = Picked(action);
-    const std::vector<ZK_UUID> before = Objects();
+    const std::vector<ZK_UUID> before = AllObjects();
     const ZK_3dVector& v = action.offset;
     std::wostringstream offset;
     offset << v.x << L"," << v.y << L"," << v.z;
@@ -499,7 +479,7 @@ class StanceSequencesTest : public StanceDocumentTest {
             << " and " << redo_.size();
       return wrong.str();
     }
-    const std::vector<ZK_UUID> actual = Objects();
+    const std::vector<ZK_UUID> actual = AllObjects();
     if (actual.size() != model_.objects.size()) {
       wrong << "the document has " << actual.size() << " objects, the model "
             << model_.objects.size();

@@ -36,28 +36,6 @@ class StancesThroughCommandsTest : public StanceDocumentTest {
   void Undo() { Run(L"-_Undo"); }
   void Redo() { Run(L"-_Redo"); }
 
-  static std::wstring Pick(const std::vector<ZK_UUID>& ids) {
-    std::wstring words;
-    for (const ZK_UUID& id : ids) words += std::wstring(ZK_UuidToString(id).Text()) + L" ";
-    return words + L"_Enter";
-  }
-  // The objects of the document, in document order.
-  std::vector<ZK_UUID> All() const {
-    std::vector<ZK_UUID> ids;
-    CTarsaObjectIterator it(*doc_);
-    for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-      ids.push_back(object->ModelObjectId());
-    }
-    return ids;
-  }
-  // The objects added since `before` was taken, in document order.
-  std::vector<ZK_UUID> AddedSince(const std::vector<ZK_UUID>& before) const {
-    std::vector<ZK_UUID> added;
-    for (const ZK_UUID& id : All()) {
-      if (std::find(before.begin(), before.end(), id) == before.end()) added.push_back(id);
-    }
-    return added;
-  }
   std::vector<ZK_UUID> Members(const wchar_t* name) {
     std::vector<ZK_UUID> ids;
     const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
@@ -133,13 +111,13 @@ TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfAnObjectTakesThatObjectsSt
   const ZK_UUID plain = Add(Bent());
   const ZK_UUID posed = Add(Bent());
   SaveStance(L"P", {posed});
-  std::vector<ZK_UUID> before = All();
+  std::vector<ZK_UUID> before = AllObjects();
   On(L"Explode", {plain, posed});  // each: pieces added, then the object deleted
   const std::vector<ZK_UUID> pieces = AddedSince(before);
   ASSERT_EQ(pieces.size(), 4u);
   EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{pieces[2], pieces[3]}));
 
-  before = All();
+  before = AllObjects();
   On(L"Rebuild", {pieces[0], pieces[2]});  // each: deleted, then made anew
   const std::vector<ZK_UUID> rebuilt = AddedSince(before);
   ASSERT_EQ(rebuilt.size(), 2u);
@@ -152,7 +130,7 @@ TEST_F(StancesThroughCommandsTest, RebuildingAStancesOnlyObjectKeepsTheStance) {
   const ZK_UUID p = IdOf(L"P");
   const std::vector<ZK_3dPoint> saved = Placement(door);
   On(L"Move", {door}, L"3,0,0");
-  const std::vector<ZK_UUID> before = All();
+  const std::vector<ZK_UUID> before = AllObjects();
   On(L"Rebuild", {door});
   const std::vector<ZK_UUID> rebuilt = AddedSince(before);
   ASSERT_EQ(rebuilt.size(), 1u);
@@ -184,11 +162,11 @@ TEST_F(StancesThroughCommandsTest, ReplacingAnObjectByNewGeometryKeepsItInItsSta
 TEST_F(StancesThroughCommandsTest, APlainDuplicateLandsWithItsSourceOnRestore) {
   const ZK_UUID a = Add(Segment());
   SaveStance(L"P", {a});
-  std::vector<ZK_UUID> before = All();
+  std::vector<ZK_UUID> before = AllObjects();
   On(L"Copy", {a}, L"10,0,0");
   const ZK_UUID copy = AddedSince(before)[0];
   On(L"Move", {a}, L"0,4,0");
-  before = All();
+  before = AllObjects();
   On(L"Duplicate", {a, copy});
   const std::vector<ZK_UUID> twins = AddedSince(before);
   ASSERT_EQ(twins.size(), 2u);
@@ -199,7 +177,7 @@ TEST_F(StancesThroughCommandsTest, APlainDuplicateLandsWithItsSourceOnRestore) {
   // A restore is a move too: a duplicate made after it stays with its source.
   On(L"Move", {a}, L"0,0,2");
   Restore(L"P");
-  before = All();
+  before = AllObjects();
   On(L"Duplicate", {a});
   const ZK_UUID after_restore = AddedSince(before)[0];
   On(L"Move", {a, after_restore}, L"1,1,1");

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "data/placement_record.h"
@@ -56,6 +57,29 @@ class StanceDocumentTest : public HostSessionTest {
   }
 
   const CTarsaObject* Object(const ZK_UUID& id) const { return doc_->LookupObject(id); }
+  // The ids of the document's objects, in document order.
+  std::vector<ZK_UUID> AllObjects() const {
+    std::vector<ZK_UUID> ids;
+    CTarsaObjectIterator it(*doc_);
+    for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+      ids.push_back(object->ModelObjectId());
+    }
+    return ids;
+  }
+  // The objects added since `before` was taken, in document order.
+  std::vector<ZK_UUID> AddedSince(const std::vector<ZK_UUID>& before) const {
+    std::vector<ZK_UUID> added;
+    for (const ZK_UUID& id : AllObjects()) {
+      if (std::find(before.begin(), before.end(), id) == before.end()) added.push_back(id);
+    }
+    return added;
+  }
+  // The answers to an object prompt that pick these objects by id, then end the picking.
+  static std::wstring Pick(const std::vector<ZK_UUID>& ids) {
+    std::wstring words;
+    for (const ZK_UUID& id : ids) words += ZK_UuidToString(id).Text() + L" ";
+    return words + L"_Enter";
+  }
   CKorvoDocData& Table() const { return *KorvoPlugIn().DocData(serial_); }
   const CKorvoUserData* RecordOf(const ZK_UUID& id) const { return CKorvoUserData::Of(Object(id)); }
   // Where an object is: a geometry's points, or a light's location and the tip of its direction.

@@ -16,8 +16,10 @@ BenchModel::BenchModel(int objects, int stances, int entries)
   std::vector<ZK_UUID> ids(static_cast<size_t>(stances));
   for (int s = 0; s < stances; ++s) {
     ZK_CreateUuid(ids[static_cast<size_t>(s)]);
-    table.Add(ids[static_cast<size_t>(s)],
-              s == 0 ? std::wstring(L"All").c_str() : (L"Pose " + std::to_wstring(s)).c_str());
+    // The names are all different: no need for the table to search itself for each.
+    table.AddFree(
+        ids[static_cast<size_t>(s)],
+        s == 0 ? ZK_wString(L"All") : ZK_wString((L"Pose " + std::to_wstring(s)).c_str()));
   }
   if (stances > 0) m_all = ids[0];
   for (int i = 0; i < objects; ++i) {

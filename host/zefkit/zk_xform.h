@@ -23,6 +23,10 @@ class ZK_Xform {
 
   void Identity();
   bool IsIdentity(double tolerance = 0.0) const;
+  // True when the bottom row is exactly 0 0 0 1: no perspective.
+  bool IsAffine() const;
+  // True when the linear part is exactly the identity: the transform moves without turning.
+  bool IsTranslation() const;
 
   double& operator()(int row, int column) { return m_xform[row][column]; }
   double operator()(int row, int column) const { return m_xform[row][column]; }

@@ -6,9 +6,11 @@
 const char kTsUsage[] =
     "Usage: tarsa [options] [MODEL.tsm]\n"
     "Starts the modeller on a model file, or on an empty model, with the stance plug-in loaded.\n"
-    "On a terminal it reads commands with line editing; otherwise it runs the command lines it\n"
-    "is given and prints what a person would see. It exits with 1 when a command failed.\n"
+    "With a display it opens its window; on a terminal it reads commands with line editing;\n"
+    "otherwise it runs the command lines it is given and prints what a person would see.\n"
+    "It exits with 1 when a command failed.\n"
     "  --script FILE   run the command lines of FILE, then exit\n"
+    "  --picture FILE  after the commands, write a PNG picture of the window to FILE\n"
     "  --plugin PATH   load the plug-in module at PATH (default: Korvo.tsp beside the program)\n"
     "  --no-plugin     start without any plug-in\n"
     "  --uuid-seed N   make the ids of new objects and stances the same in every run\n"
@@ -18,14 +20,16 @@ bool TsParseProgramOptions(const std::vector<std::string>& arguments, TsProgramO
                            std::string& error) {
   for (size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
-    const bool takes_value =
-        argument == "--script" || argument == "--plugin" || argument == "--uuid-seed";
+    const bool takes_value = argument == "--script" || argument == "--plugin" ||
+                             argument == "--picture" || argument == "--uuid-seed";
     if (takes_value && i + 1 == arguments.size()) {
       error = "the option " + argument + " needs a value";
       return false;
     }
     if (argument == "--script") {
       options.m_script = arguments[++i];
+    } else if (argument == "--picture") {
+      options.m_picture = arguments[++i];
     } else if (argument == "--plugin") {
       options.m_plugin = arguments[++i];
     } else if (argument == "--uuid-seed") {

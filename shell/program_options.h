@@ -8,6 +8,7 @@ struct TsProgramOptions {
   std::string m_model;       // the model file to open; empty: an empty model
   std::string m_script;      // --script FILE; empty: the terminal or standard input
   std::string m_plugin;      // --plugin PATH; empty: Korvo.tsp beside the program
+  std::string m_picture;     // --picture FILE.png: a picture of the window, written at the end
   bool m_no_plugin = false;  // --no-plugin
   bool m_help = false;       // --help
   bool m_seeded = false;     // --uuid-seed N given

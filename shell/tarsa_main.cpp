@@ -1,8 +1,10 @@
 // tarsa: the modeller as a person runs it. It loads the stance plug-in, opens the model given
 // (or starts an empty one) and reads command lines: from a terminal with line editing, or from a
 // script (--script FILE, or standard input), printing exactly what the command line shows. The
-// exit status is 0, 1 when a command failed or the script could not be read, 2 for bad
-// arguments; a bad argument, model or plug-in gives one line on standard error.
+// With a display and a terminal it opens its window instead, and --picture FILE writes a picture
+// of the window once the commands have run. The exit status is 0, 1 when a command failed or the
+// script could not be read, 2 for bad arguments; a bad argument, model or plug-in gives one line on
+// standard error.
 #include <unistd.h>
 
 #include <cstdio>
@@ -19,6 +21,7 @@
 #include "shell/script_input.h"
 #include "shell/session.h"
 #include "shell/terminal.h"
+#include "shell/window/window.h"
 
 namespace {
 
@@ -45,7 +48,10 @@ int Run(const TsProgramOptions& options) {
     }
   }
   CTarsaScriptInput& input = TarsaScriptInput();
-  const bool terminal = options.m_script.empty() && isatty(STDIN_FILENO);
+  // The window serves a person at a terminal with a display; scripts and pictures never wait.
+  const bool terminal =
+      options.m_script.empty() && options.m_picture.empty() && isatty(STDIN_FILENO);
+  const bool window = terminal && TsDisplayAvailable();
   if (!options.m_script.empty() && !input.PushScriptFile(options.m_script, error)) {
     Fail(error);
     return 1;
@@ -54,7 +60,7 @@ int Run(const TsProgramOptions& options) {
     Fail(error);
     return 1;
   }
-  command_line.SetWriter(Write);
+  if (!window) command_line.SetWriter(Write);
   if (plug_in) {
     const std::string path = CTarsaPlugInLoader::Path(*plug_in);
     const std::string file = path.substr(path.find_last_of('/') + 1);
@@ -63,6 +69,11 @@ int Run(const TsProgramOptions& options) {
   }
   if (!options.m_model.empty())
     command_line.Print(L"Opened " + TarsaSession().DisplayName() + L".\n");
+  if (window) {
+    SetUserAnswers(&TarsaCommandLineAnswers());
+    TsRunCommandLineInWindow();
+    return command_line.FailedCommandCount() > 0 ? 1 : 0;
+  }
   if (terminal) {
     input.SetTerminal(TsTerminalReader());
     command_line.Print(L"Help lists the commands; Exit ends the program.\n");
@@ -76,6 +87,11 @@ int Run(const TsProgramOptions& options) {
   });
   SetUserAnswers(&TarsaCommandLineAnswers());
   command_line.ProcessInput();
+  if (!options.m_picture.empty() &&
+      !TsWriteWindowPicture(options.m_picture, command_line.TakeOutput(), error)) {
+    Fail(error);
+    return 1;
+  }
   return command_line.FailedCommandCount() > 0 ? 1 : 0;
 }
 

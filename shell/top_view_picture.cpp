@@ -11,6 +11,9 @@
 #include "host/zefkit/standin/zk_point_geometry.h"
 #include "shell/object_listing.h"
 
+const int kTsBoxEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
+                                {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
+
 namespace {
 
 constexpr double kSize = 640;   // the longer side of the drawing, in pixels
@@ -22,18 +25,11 @@ struct Frame {
   double Y(double y) const { return height - kMargin - (y - min_y) * scale; }  // y points up
 };
 
-// The points an object is drawn through, in model coordinates.
-std::vector<ZK_3dPoint> Points(const CTarsaObject& object) {
-  if (const ZK_Light* light = ZK_Light::Cast(object.Geometry())) return {light->m_location};
-  const ZK_PointGeometry* shape = ZK_PointGeometry::Cast(object.Geometry());
-  return shape ? shape->Points() : std::vector<ZK_3dPoint>();
-}
-
 Frame FrameFor(const std::vector<const CTarsaObject*>& objects) {
   bool any = false;
   double min_x = 0, min_y = 0, max_x = 1, max_y = 1;
   for (const CTarsaObject* object : objects) {
-    for (const ZK_3dPoint& p : Points(*object)) {
+    for (const ZK_3dPoint& p : TsTopViewPoints(*object)) {
       min_x = any ? std::min(min_x, p.x) : p.x;
       min_y = any ? std::min(min_y, p.y) : p.y;
       max_x = any ? std::max(max_x, p.x) : p.x;
@@ -96,7 +92,7 @@ std::string Line(const Frame& f, const ZK_3dPoint& a, const ZK_3dPoint& b) {
 
 // The object's shape as SVG elements.
 std::string Shape(const Frame& f, const CTarsaObject& object) {
-  const std::vector<ZK_3dPoint> p = Points(object);
+  const std::vector<ZK_3dPoint> p = TsTopViewPoints(object);
   if (const ZK_Light* light = ZK_Light::Cast(object.Geometry())) {
     const ZK_3dVector& d = light->m_direction;
     const double length = std::max(std::hypot(d.x, d.y), 1e-9);
@@ -111,9 +107,7 @@ std::string Shape(const Frame& f, const CTarsaObject& object) {
   }
   std::string path;
   if (object.ObjectType() == ZK_Box::kObjectType && p.size() == 8) {
-    static const int kEdges[12][2] = {{0, 1}, {1, 2}, {2, 3}, {3, 0}, {4, 5}, {5, 6},
-                                      {6, 7}, {7, 4}, {0, 4}, {1, 5}, {2, 6}, {3, 7}};
-    for (const auto& edge : kEdges) path += Line(f, p[edge[0]], p[edge[1]]);
+    for (const auto& edge : kTsBoxEdges) path += Line(f, p[edge[0]], p[edge[1]]);
   } else {
     for (size_t i = 0; i + 1 < p.size(); ++i) path += Line(f, p[i], p[i + 1]);
   }
@@ -122,7 +116,7 @@ std::string Shape(const Frame& f, const CTarsaObject& object) {
 
 std::string Label(const Frame& f, const CTarsaObject& object) {
   const ZK_wString& name = object.Attributes().m_name;
-  const std::vector<ZK_3dPoint> p = Points(object);
+  const std::vector<ZK_3dPoint> p = TsTopViewPoints(object);
   if (name.IsEmpty() || p.empty()) return "";
   double x = p[0].x, y = p[0].y;
   for (const ZK_3dPoint& point : p) {
@@ -135,12 +129,19 @@ std::string Label(const Frame& f, const CTarsaObject& object) {
 
 }  // namespace
 
+std::vector<ZK_3dPoint> TsTopViewPoints(const CTarsaObject& object) {
+  if (const ZK_Light* light = ZK_Light::Cast(object.Geometry())) return {light->m_location};
+  const ZK_PointGeometry* shape = ZK_PointGeometry::Cast(object.Geometry());
+  return shape ? shape->Points() : std::vector<ZK_3dPoint>();
+}
+
 std::string TsTopViewSvg(CTarsaDoc& doc) {
   const std::vector<const CTarsaObject*> objects = TsEveryObject(doc);
   const Frame frame = FrameFor(objects);
   double width = 2 * kMargin;
   for (const CTarsaObject* object : objects) {
-    for (const ZK_3dPoint& p : Points(*object)) width = std::max(width, frame.X(p.x) + kMargin);
+    for (const ZK_3dPoint& p : TsTopViewPoints(*object))
+      width = std::max(width, frame.X(p.x) + kMargin);
   }
   std::ostringstream svg;
   svg << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << Number(width) << "\" height=\""

@@ -5,8 +5,18 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "host/zefkit/zk_xform.h"
 
 class CTarsaDoc;
+class CTarsaObject;
+
+// The points an object is drawn through, in model coordinates: a light's location, the points of
+// a point, polyline or box (a box's eight corners, bottom then top, joined by kTsBoxEdges); none
+// for other geometry.
+std::vector<ZK_3dPoint> TsTopViewPoints(const CTarsaObject& object);
+extern const int kTsBoxEdges[12][2];
 
 // The SVG text of the document's top view.
 std::string TsTopViewSvg(CTarsaDoc& doc);

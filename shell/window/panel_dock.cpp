@@ -93,9 +93,12 @@ void TsPanelDock::Refresh() {
   RefreshScope scope(m_refreshing);
   setWindowTitle(QString::fromWCharArray(panel->Caption()));
   const CListCtrl& list = panel->List();
-  m_list->clear();
+  // Items are changed in place, so that a click being handled keeps its item.
+  while (m_list->count() > list.GetItemCount()) delete m_list->takeItem(m_list->count() - 1);
   for (int i = 0; i < list.GetItemCount(); ++i) {
-    auto* item = new QListWidgetItem(QString::fromStdWString(list.GetItemText(i)), m_list);
+    const QString text = QString::fromStdWString(list.GetItemText(i));
+    QListWidgetItem* item = i < m_list->count() ? m_list->item(i) : new QListWidgetItem(m_list);
+    if (item->text() != text) item->setText(text);
     item->setSelected(list.GetItemState(i, LVIS_SELECTED) != 0);
   }
   for (const auto& entry : m_buttons) {

@@ -71,14 +71,6 @@ bool InvertBlock(const double m[4][4], int n, double out[4][4], double& smallest
 
 }  // namespace
 
-ZK_Xform::ZK_Xform() : ZK_Xform(1.0) {}
-
-ZK_Xform::ZK_Xform(double diagonal) {
-  for (int r = 0; r < 4; ++r) {
-    for (int c = 0; c < 4; ++c) m_xform[r][c] = r == c ? diagonal : 0.0;
-  }
-}
-
 ZK_Xform ZK_Xform::Translation(double dx, double dy, double dz) {
   ZK_Xform x;
   x.m_xform[0][3] = dx;
@@ -114,8 +106,6 @@ ZK_Xform ZK_Xform::Rotation(double radians, const ZK_3dVector& axis, const ZK_3d
          Translation(-center.x, -center.y, -center.z);
 }
 
-void ZK_Xform::Identity() { *this = ZK_Xform(); }
-
 bool ZK_Xform::IsIdentity(double tolerance) const {
   for (int r = 0; r < 4; ++r) {
     for (int c = 0; c < 4; ++c) {
@@ -126,6 +116,11 @@ bool ZK_Xform::IsIdentity(double tolerance) const {
 }
 
 ZK_Xform ZK_Xform::operator*(const ZK_Xform& rhs) const {
+  if (IsAffine() && rhs.IsAffine() && IsTranslation() && rhs.IsTranslation()) {
+    // Two moves make a move: the sums below, less every term that is exactly zero or one.
+    return Translation(m_xform[0][3] + rhs.m_xform[0][3], m_xform[1][3] + rhs.m_xform[1][3],
+                       m_xform[2][3] + rhs.m_xform[2][3]);
+  }
   ZK_Xform product(0.0);
   if (IsAffine() && rhs.IsAffine()) {
     // The bottom rows are 0 0 0 1: only the top three rows need working out, and the fourth
@@ -188,20 +183,6 @@ ZK_Xform ZK_Xform::Inverse(double* pivot) const {
   }
   if (pivot) *pivot = smallest_pivot;
   return inverse;
-}
-
-bool ZK_Xform::IsAffine() const {
-  return m_xform[3][0] == 0.0 && m_xform[3][1] == 0.0 && m_xform[3][2] == 0.0 &&
-         m_xform[3][3] == 1.0;
-}
-
-bool ZK_Xform::IsTranslation() const {
-  for (int r = 0; r < 3; ++r) {
-    for (int c = 0; c < 3; ++c) {
-      if (m_xform[r][c] != (r == c ? 1.0 : 0.0)) return false;
-    }
-  }
-  return true;
 }
 
 bool ZK_Xform::operator==(const ZK_Xform& other) const {

@@ -13,20 +13,31 @@ struct ZK_3dVector {
 
 class ZK_Xform {
  public:
-  ZK_Xform();  // identity
-  explicit ZK_Xform(double diagonal);
+  // Inline: records and commands make transforms by the million, and a call into the kernel
+  // library for sixteen stores would cost more than the stores.
+  ZK_Xform() : ZK_Xform(1.0) {}  // identity
+  explicit ZK_Xform(double diagonal)
+      : m_xform{
+            {diagonal, 0, 0, 0}, {0, diagonal, 0, 0}, {0, 0, diagonal, 0}, {0, 0, 0, diagonal}} {}
 
   static ZK_Xform Translation(double dx, double dy, double dz);
   static ZK_Xform Scale(double sx, double sy, double sz);
   // Rotation by `radians` about the axis through `center` with direction `axis` (any length but 0).
   static ZK_Xform Rotation(double radians, const ZK_3dVector& axis, const ZK_3dPoint& center);
 
-  void Identity();
+  void Identity() { *this = ZK_Xform(); }
   bool IsIdentity(double tolerance = 0.0) const;
   // True when the bottom row is exactly 0 0 0 1: no perspective.
-  bool IsAffine() const;
+  bool IsAffine() const {
+    return m_xform[3][0] == 0.0 && m_xform[3][1] == 0.0 && m_xform[3][2] == 0.0 &&
+           m_xform[3][3] == 1.0;
+  }
   // True when the linear part is exactly the identity: the transform moves without turning.
-  bool IsTranslation() const;
+  bool IsTranslation() const {
+    return m_xform[0][0] == 1.0 && m_xform[1][1] == 1.0 && m_xform[2][2] == 1.0 &&
+           m_xform[0][1] == 0.0 && m_xform[0][2] == 0.0 && m_xform[1][0] == 0.0 &&
+           m_xform[1][2] == 0.0 && m_xform[2][0] == 0.0 && m_xform[2][1] == 0.0;
+  }
 
   double& operator()(int row, int column) { return m_xform[row][column]; }
   double operator()(int row, int column) const { return m_xform[row][column]; }

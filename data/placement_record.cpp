@@ -16,8 +16,13 @@ const ZK_UUID CKorvoUserData::m_userdata_id = {
 ZK_Object* CKorvoUserData::CreateRecord() { return new CKorvoUserData(); }
 
 CKorvoUserData* CKorvoUserData::Cast(ZK_Object* object) {
-  return object && object->IsKindOf(&m_record_class) ? static_cast<CKorvoUserData*>(object)
-                                                     : nullptr;
+  // Nothing derives from a record, so the exact class settles almost every cast without
+  // walking the class chain.
+  if (object == nullptr) return nullptr;
+  if (object->ClassId() == &m_record_class || object->IsKindOf(&m_record_class)) {
+    return static_cast<CKorvoUserData*>(object);
+  }
+  return nullptr;
 }
 
 const CKorvoUserData* CKorvoUserData::Cast(const ZK_Object* object) {
@@ -51,9 +56,14 @@ CKorvoUserData& CKorvoUserData::operator=(const CKorvoUserData& source) {
   ZK_UserData::operator=(source);
   m_accumulated_xform = source.m_accumulated_xform;
   m_last_xform = source.m_last_xform;
-  for (INT_PTR i = 0; i < source.m_entries.GetSize(); ++i) {
-    Add(source.m_entries[i]->m_id, source.m_entries[i]->m_xform);
+  const int count = static_cast<int>(source.m_entries.GetSize());
+  if (count > m_storage_capacity) Regrow(count);
+  m_entries.SetSize(count);
+  for (int i = 0; i < count; ++i) {
+    m_storage[i] = *source.m_entries[i];
+    m_entries[i] = &m_storage[i];
   }
+  m_storage_used = count;
   return *this;
 }
 
@@ -137,20 +147,34 @@ bool CKorvoUserData::SetXform(const ZK_UUID& id, const ZK_Xform& xform) {
 }
 
 void CKorvoUserData::Add(const ZK_UUID& id, const ZK_Xform& xform) {
-  m_entries.Add(new USER_DATA{id, xform});
+  if (m_storage_used == m_storage_capacity) Regrow(2 * static_cast<int>(m_entries.GetSize()) + 2);
+  USER_DATA* entry = &m_storage[m_storage_used++];
+  *entry = {id, xform};
+  m_entries.Add(entry);
 }
 
 bool CKorvoUserData::Remove(const ZK_UUID& id) {
   const int index = IndexOf(id);
   if (index < 0) return false;
-  delete m_entries[index];
   m_entries.RemoveAt(index);
   return true;
 }
 
 void CKorvoUserData::RemoveAll() {
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) delete m_entries[i];
   m_entries.RemoveAll();
+  m_storage_used = 0;
+}
+
+void CKorvoUserData::Regrow(int capacity) {
+  std::unique_ptr<USER_DATA[]> storage(new USER_DATA[static_cast<size_t>(capacity)]);
+  const int count = static_cast<int>(m_entries.GetSize());
+  for (int i = 0; i < count; ++i) {
+    storage[i] = *m_entries[i];
+    m_entries[i] = &storage[i];
+  }
+  m_storage = std::move(storage);
+  m_storage_capacity = capacity;
+  m_storage_used = count;
 }
 
 void CKorvoUserData::SetIdentity() {
@@ -160,7 +184,7 @@ void CKorvoUserData::SetIdentity() {
 
 int CKorvoUserData::IndexOf(const ZK_UUID& id) const {
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (ZK_UuidCompare(m_entries[i]->m_id, id) == 0) return static_cast<int>(i);
+    if (m_entries[i]->m_id == id) return static_cast<int>(i);
   }
   return -1;
 }

@@ -5,6 +5,7 @@
 // the record owns it: the kernel copies, transforms, writes, reads and destroys it with the object.
 #pragma once
 
+#include <memory>
 #include <unordered_set>
 
 #include "host/platform/c_array.h"
@@ -75,6 +76,7 @@ class CKorvoUserData : public ZK_UserData {
   // The same against the ids of a table gathered once, for a clean-up of many records.
   void RemoveEntriesWithoutStance(const std::unordered_set<ZK_UUID, ZK_UuidHash>& known);
 
+  // Points into the record's own entry storage, in the record's entry order.
   CArray<USER_DATA*, USER_DATA*> m_entries;
   ZK_Xform m_accumulated_xform;
   ZK_Xform m_last_xform;
@@ -82,4 +84,14 @@ class CKorvoUserData : public ZK_UserData {
  private:
   void SetIdentity();
   int IndexOf(const ZK_UUID& id) const;
+  // Moves the entries, in order, into new storage with room for at least `capacity`; the slots
+  // of removed entries are left behind.
+  void Regrow(int capacity);
+
+  // The entries live in one block that the record owns, so that a copy of a record costs one
+  // allocation for its entries, however many there are. A removed entry's slot stays unused until
+  // the block is next regrown.
+  std::unique_ptr<USER_DATA[]> m_storage;
+  int m_storage_capacity = 0;
+  int m_storage_used = 0;
 };

@@ -51,11 +51,7 @@ void CKorvoUserData::RemoveEntriesWithoutStance(
     const std::unordered_set<ZK_UUID, ZK_UuidHash>& known) {
   INT_PTR kept = 0;
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (known.count(m_entries[i]->m_id) == 0) {
-      delete m_entries[i];
-    } else {
-      m_entries[kept++] = m_entries[i];
-    }
+    if (known.count(m_entries[i]->m_id) != 0) m_entries[kept++] = m_entries[i];
   }
   m_entries.SetSize(kept);
 }

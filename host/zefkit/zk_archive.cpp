@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "host/zefkit/zk_crc32.h"
 #include "host/zefkit/zk_unknown_user_data.h"
 
 #include <errno.h>
@@ -103,10 +104,14 @@ bool ZK_BinaryArchive::ReadUuid(ZK_UUID& uuid) {
 }
 
 bool ZK_BinaryArchive::WriteString(const ZK_wString& text) {
-  std::vector<unsigned char> units;
-  auto put = [&units](unsigned long unit) {
-    units.push_back(static_cast<unsigned char>(unit));
-    units.push_back(static_cast<unsigned char>(unit >> 8));
+  // The units go straight into the buffer after a count that is filled in at the end.
+  const size_t start = m_buffer.size();
+  if (!WriteInt(0)) return false;
+  size_t units = 0;
+  auto put = [this, &units](unsigned long unit) {
+    m_buffer.push_back(static_cast<unsigned char>(unit));
+    m_buffer.push_back(static_cast<unsigned char>(unit >> 8));
+    ++units;
   };
   for (wchar_t w : text.Text()) {
     unsigned long c = static_cast<unsigned long>(w);
@@ -118,13 +123,12 @@ bool ZK_BinaryArchive::WriteString(const ZK_wString& text) {
       put(0xDC00 + ((c - 0x10000) & 0x3FF));
     }
   }
-  if (units.size() / 2 > 0x7FFFFFFF) return false;
-  const size_t start = m_buffer.size();
-  if (WriteInt(static_cast<int>(units.size() / 2)) && WriteBytes(units.data(), units.size())) {
-    return true;
+  if (units > 0x7FFFFFFF || m_buffer.size() > m_write_limit) {
+    m_buffer.resize(start);
+    return false;
   }
-  if (m_mode == ZK_ArchiveMode::write) m_buffer.resize(start);
-  return false;
+  PutLittleEndian(m_buffer.data() + start, units, 4);
+  return true;
 }
 
 bool ZK_BinaryArchive::ReadString(ZK_wString& text) {
@@ -227,6 +231,20 @@ bool ZK_BinaryArchive::EndWriteChunk() {
   const size_t length = m_buffer.size() - at - 4;
   if (length > 0x7FFFFFFF) return false;
   PutLittleEndian(m_buffer.data() + at, length, 4);
+  return true;
+}
+
+bool ZK_BinaryArchive::EndWriteChunk(unsigned int& crc) {
+  if (m_chunks.empty()) return false;
+  const size_t body = m_chunks.back() + 4;
+  if (!EndWriteChunk()) return false;
+  crc = ZK_CRC32(crc, m_buffer.size() - body, m_buffer.data() + body);
+  return true;
+}
+
+bool ZK_BinaryArchive::BeginReadChunk(unsigned int& crc) {
+  if (!BeginReadChunk()) return false;
+  crc = ZK_CRC32(crc, BytesLeft(), m_buffer.data() + m_position);
   return true;
 }
 
@@ -401,6 +419,7 @@ ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMo
   struct stat status;
   if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
     m_open = true;
+    m_buffer.reserve(static_cast<size_t>(status.st_size));
     unsigned char block[65536];
     for (;;) {
       const ssize_t got = read(fd, block, sizeof block);

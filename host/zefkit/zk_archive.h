@@ -48,6 +48,11 @@ class ZK_BinaryArchive {
   bool EndWriteChunk();
   bool BeginReadChunk();
   bool EndReadChunk();
+  // The same, with the CRC-32 of the chunk's bytes continued from `crc`: over the bytes just
+  // framed when a write ends, over the bytes the chunk holds, before any is read, when a read
+  // begins. `crc` is unchanged when the call fails.
+  bool EndWriteChunk(unsigned int& crc);
+  bool BeginReadChunk(unsigned int& crc);
   // A whole chunk as raw bytes, for data a reader keeps without understanding it.
   bool WriteChunk(const std::vector<unsigned char>& bytes);
   bool ReadChunk(std::vector<unsigned char>& bytes);

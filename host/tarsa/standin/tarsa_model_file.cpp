@@ -79,22 +79,31 @@ std::unique_ptr<CTarsaObject> ReadObjectRecord(ZK_BinaryArchive& archive) {
   return object;
 }
 
+// An object's block, read where it lies in the file: the record is read before its check is
+// compared, and a damaged block fails the whole file, whatever its record gave.
+BlockRead ReadObjectBlock(ZK_BinaryArchive& archive, ParsedModel& model) {
+  unsigned int crc = 0;
+  if (!archive.BeginReadChunk(crc)) return BlockRead::cut_short;
+  std::unique_ptr<CTarsaObject> object = ReadObjectRecord(archive);
+  int stored = 0;
+  if (!archive.EndReadChunk() || !archive.ReadInt(stored)) return BlockRead::cut_short;
+  if (static_cast<unsigned int>(stored) != crc) return BlockRead::damaged;
+  if (object) {
+    model.objects.push_back(std::move(object));
+  } else {
+    ++model.skipped;
+  }
+  return BlockRead::read;
+}
+
 // The objects and plug-in blocks after the file's header. False when a count or a block is cut
 // short, or a block fails its check (`failure` is then damaged).
 bool ParseBlocks(ZK_BinaryArchive& archive, ParsedModel& model, BlockRead& failure) {
   int count = 0;
   if (!archive.ReadInt(count) || count < 0) return false;
-  std::vector<unsigned char> bytes;
   for (int i = 0; i < count; ++i) {
-    failure = ReadBlock(archive, bytes);
+    failure = ReadObjectBlock(archive, model);
     if (failure != BlockRead::read) return false;
-    ZK_BinaryMemoryArchive record(bytes);
-    std::unique_ptr<CTarsaObject> object = ReadObjectRecord(record);
-    if (object) {
-      model.objects.push_back(std::move(object));
-    } else {
-      ++model.skipped;
-    }
   }
   if (!archive.ReadInt(count) || count < 0) return false;
   for (int i = 0; i < count; ++i) {
@@ -186,11 +195,13 @@ void Apply(CTarsaDoc& doc, ParsedModel& model, const std::string& path, bool mer
 bool WriteObjectRecord(ZK_BinaryArchive& archive, const CTarsaObject& object) {
   const CTarsaObjectAttributes& attributes = object.Attributes();
   const CTarsaHistoryRecord* history = object.HistoryRecord();
-  ZK_BinaryMemoryArchive record;
-  return record.WriteUuid(attributes.m_uuid) && record.WriteString(attributes.m_name) &&
-         record.WriteInt(static_cast<int>(attributes.m_mode)) &&
-         record.WriteString(history ? history->m_command_name : ZK_wString()) &&
-         record.WriteObject(*object.Geometry()) && WriteBlock(archive, record.Bytes());
+  unsigned int crc = 0;
+  return archive.BeginWriteChunk() && archive.WriteUuid(attributes.m_uuid) &&
+         archive.WriteString(attributes.m_name) &&
+         archive.WriteInt(static_cast<int>(attributes.m_mode)) &&
+         archive.WriteString(history ? history->m_command_name : ZK_wString()) &&
+         archive.WriteObject(*object.Geometry()) && archive.EndWriteChunk(crc) &&
+         archive.WriteInt(static_cast<int>(crc));
 }
 
 bool WriteModel(CTarsaDoc& doc, ZK_BinaryArchive& archive, const std::wstring& name) {

@@ -56,9 +56,11 @@ CKorvoUserData& CKorvoUserData::operator=(const CKorvoUserData& source) {
   ZK_UserData::operator=(source);
   m_accumulated_xform = source.m_accumulated_xform;
   m_last_xform = source.m_last_xform;
+  // Room for one entry more: a record is copied most often to be given one more entry (a save
+  // edits a copy of the object), and the room spares that entry two allocations.
   const int count = static_cast<int>(source.m_entries.GetSize());
-  if (count > m_storage_capacity) Regrow(count);
-  m_entries.SetSize(count);
+  if (count + 1 > m_storage_capacity) Regrow(count + 1);
+  m_entries.SetSize(count, 1);
   for (int i = 0; i < count; ++i) {
     m_storage[i] = *source.m_entries[i];
     m_entries[i] = &m_storage[i];

@@ -66,24 +66,24 @@ bool CKorvoObjectWrapper::Commit() {
   }
   if (m_working_copy == nullptr) return true;
   CKorvoEventWatcherPause pause;
-  const ZK_UUID id = m_object ? m_object->ModelObjectId() : ZK_nil_uuid;
-  bool committed = false;
   if (IsLight()) {
+    const ZK_UUID id = m_object->ModelObjectId();
     const ZK_Light* light = ZK_Light::Cast(m_working_copy);
-    committed = light != nullptr && light->m_light_index >= 0 &&
-                doc->LightTable().ModifyLight(*light, light->m_light_index, true, false);
-  } else {
-    CTarsaObject* copy = CTarsaObject::Cast(m_working_copy);
-    committed = copy != nullptr && doc->ReplaceObject(CTarsaObjRef(m_object), copy, false);
+    const bool committed = light != nullptr && light->m_light_index >= 0 &&
+                           doc->LightTable().ModifyLight(*light, light->m_light_index, true, false);
+    // The light table copied the modified light; the working copy is ours to destroy.
+    DestroyWorkingCopy();
+    if (committed) m_object = doc->LookupObject(id);
+    return committed;
   }
-  if (!committed) {
+  CTarsaObject* copy = CTarsaObject::Cast(m_working_copy);
+  if (copy == nullptr || !doc->ReplaceObject(CTarsaObjRef(m_object), copy, false)) {
     DestroyWorkingCopy();
     return false;
   }
-  // A modified light was copied into the document; a replacement object now belongs to it.
-  if (IsLight()) delete m_working_copy;
+  // The document owns the replacement now, and it is the object from here on.
   m_working_copy = nullptr;
-  m_object = doc->LookupObject(id);
+  m_object = copy;
   return true;
 }
 

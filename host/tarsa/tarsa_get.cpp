@@ -192,8 +192,9 @@ CTarsaGet::result CTarsaGetObject::GetObjects(int minimum, int maximum) {
   if (m_preselect && doc != nullptr) {
     CTarsaObjectIterator it(*doc);
     it.IncludeLights(true);
+    // The walk visits each object once, so the selection needs no check for objects picked twice.
     for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-      if (object->IsSelected()) Pick(object);
+      if (object->IsSelected()) m_objects.push_back(object);
     }
     if (ObjectCount() >= m_minimum) return m_result = object;
     Clear();

@@ -140,6 +140,8 @@ class CTarsaGetObject : public CTarsaGet {
   bool m_preselect = false;
   int m_minimum = 1;
   int m_maximum = 0;
-  std::vector<const CTarsaObject*> m_objects;                // in the order picked
-  std::unordered_set<const CTarsaObject*> m_picked_objects;  // the same, to pick each once
+  std::vector<const CTarsaObject*> m_objects;  // in the order picked
+  // The objects picked by answers, to pick each once. A pre-selection that is taken whole goes
+  // into m_objects alone: its walk meets each object once.
+  std::unordered_set<const CTarsaObject*> m_picked_objects;
 };

@@ -1,6 +1,7 @@
 #include "operations/object_wrapper.h"
 
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 #include "host/tarsa/tarsa_app.h"
@@ -12,6 +13,8 @@ namespace {
 const double kTolerance = 1.0 / std::pow(10.0, 3);
 
 bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
+  // An object that has not moved since the save carries the very same bits, most often.
+  if (std::memcmp(a.m_xform, b.m_xform, sizeof a.m_xform) == 0) return true;
   for (int r = 0; r < 4; ++r) {
     for (int c = 0; c < 4; ++c) {
       if (!(std::fabs(a(r, c) - b(r, c)) < kTolerance)) return false;
@@ -93,7 +96,7 @@ bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
   const CKorvoUserData* record = GetRecord();
   ZK_Xform stored;
   if (record == nullptr || !record->GetXform(stance_id, stored)) return false;
-  const ZK_Xform current = record->m_accumulated_xform;
+  const ZK_Xform& current = record->m_accumulated_xform;
   if (SamePlacement(stored, current)) return true;
   ZK_Xform move = stored * current.Inverse();
   move(3, 0) = 0.0;

@@ -14,6 +14,7 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
   if (doc == nullptr) return;
   std::unordered_set<ZK_UUID, ZK_UuidHash> unreferenced;
+  unreferenced.reserve(static_cast<size_t>(Count()));
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) unreferenced.insert(m_entries[i]->m_id);
   // Each record entry strikes its stance in constant time, so the visit costs the number of
   // entries, not entries times stances; it stops once every stance is known to be used.

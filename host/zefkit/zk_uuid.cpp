@@ -73,14 +73,6 @@ bool ZK_CreateUuid(ZK_UUID& uuid) {
 
 void ZK_SeedUuids(unsigned long long seed) { Generator().seed(seed); }
 
-size_t ZK_UuidHash::operator()(const ZK_UUID& uuid) const {
-  unsigned long long halves[2];
-  std::memcpy(halves, &uuid, sizeof halves);
-  // Random uuids are already well mixed; the multiplication spreads sequential ones too.
-  return static_cast<size_t>((halves[0] ^ (halves[1] * 0x9E3779B97F4A7C15ull)) *
-                             0xBF58476D1CE4E5B9ull);
-}
-
 ZK_wString ZK_UuidToString(const ZK_UUID& uuid) {
   unsigned char b[16];
   ToBytes(uuid, b);

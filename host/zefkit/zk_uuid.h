@@ -37,7 +37,13 @@ ZK_UUID ZK_UuidFromString(const wchar_t* text);
 
 // Hashes a uuid for unordered containers.
 struct ZK_UuidHash {
-  size_t operator()(const ZK_UUID& uuid) const;
+  size_t operator()(const ZK_UUID& uuid) const {
+    unsigned long long halves[2];
+    std::memcpy(halves, &uuid, sizeof halves);
+    // Random uuids are already well mixed; the multiplication spreads sequential ones too.
+    return static_cast<size_t>((halves[0] ^ (halves[1] * 0x9E3779B97F4A7C15ull)) *
+                               0xBF58476D1CE4E5B9ull);
+  }
 };
 
 // Equality looks at all sixteen bytes at once; the order is ZK_UuidCompare's.

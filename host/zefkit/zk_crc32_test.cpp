@@ -26,7 +26,7 @@ TEST(ZkCrc32, MatchesTheCheckValueAndContinuesAcrossPieces) {
 TEST(ZkCrc32, AgreesWithTheBitwiseCheckAtEveryLengthAndSplit) {
   std::vector<unsigned char> bytes;
   unsigned int state = 12345;
-  for (int i = 0; i < 100; ++i) {
+  for (int i = 0; i < 600; ++i) {
     state = state * 1103515245u + 12345u;
     bytes.push_back(static_cast<unsigned char>(state >> 16));
   }

@@ -170,6 +170,7 @@ void Apply(CTarsaDoc& doc, ParsedModel& model, const std::string& path, bool mer
   const std::wstring name = Wide(path);
   CTarsaStandIn::NotifyEventWatchers(
       [&](CTarsaEventWatcher& w) { w.OnBeginOpenDocument(doc, name.c_str(), merge, reference); });
+  CTarsaStandIn::ReserveObjects(doc, model.objects.size());
   for (auto& object : model.objects) {
     if (doc.AddObject(object.get(), reference)) object.release();
   }

@@ -213,6 +213,11 @@ void CTarsaStandIn::SetLanguage(unsigned int language_id) {
   TarsaApp().m_settings.m_appearance.m_language_id = language_id;
 }
 
+void CTarsaStandIn::ReserveObjects(CTarsaDoc& doc, size_t count) {
+  doc.m_slots.reserve(doc.m_slots.size() + count);
+  doc.m_slot_of_id.reserve(doc.m_slot_of_id.size() + count);
+}
+
 void CTarsaStandIn::KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
                                    std::vector<unsigned char> bytes) {
   doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes)});

@@ -122,6 +122,10 @@ class CTarsaStandIn {
   static void SetLocalizationObserver(
       std::function<void(const wchar_t* english, int string_id)> observer);
 
+  // Makes room in the document for `count` more objects, so that adding a file's objects grows
+  // none of its tables on the way.
+  static void ReserveObjects(CTarsaDoc& doc, size_t count);
+
   // Document data of plug-ins that were not loaded when a document was opened, kept so that
   // saving the document writes it back: the plug-in id and the block's bytes.
   static void KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,

@@ -419,19 +419,22 @@ ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMo
   struct stat status;
   if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
     m_open = true;
-    m_buffer.reserve(static_cast<size_t>(status.st_size));
-    unsigned char block[65536];
+    // Read straight into the buffer, which grows only when the file grew since fstat.
+    m_buffer.resize(static_cast<size_t>(status.st_size) + 1);
+    size_t got_all = 0;
     for (;;) {
-      const ssize_t got = read(fd, block, sizeof block);
+      if (got_all == m_buffer.size()) m_buffer.resize(2 * m_buffer.size());
+      const ssize_t got = read(fd, m_buffer.data() + got_all, m_buffer.size() - got_all);
       if (got == 0) break;
       if (got < 0 && errno == EINTR) continue;
       if (got < 0) {
         m_open = false;
-        m_buffer.clear();
+        got_all = 0;
         break;
       }
-      m_buffer.insert(m_buffer.end(), block, block + got);
+      got_all += static_cast<size_t>(got);
     }
+    m_buffer.resize(got_all);
   }
   close(fd);
 }

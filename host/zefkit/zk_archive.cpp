@@ -224,22 +224,19 @@ bool ZK_BinaryArchive::BeginWriteChunk() {
   return true;
 }
 
-bool ZK_BinaryArchive::EndWriteChunk() {
+bool ZK_BinaryArchive::EndWriteChunk() { return CloseWriteChunk(nullptr); }
+
+bool ZK_BinaryArchive::EndWriteChunk(unsigned int& crc) { return CloseWriteChunk(&crc); }
+
+bool ZK_BinaryArchive::CloseWriteChunk(unsigned int* crc) {
   if (m_mode != ZK_ArchiveMode::write || m_chunks.empty()) return false;
   const size_t at = m_chunks.back();
   m_chunks.pop_back();
   const size_t length = m_buffer.size() - at - 4;
   if (length > 0x7FFFFFFF) return false;
   PutLittleEndian(m_buffer.data() + at, length, 4);
-  return true;
-}
-
-bool ZK_BinaryArchive::EndWriteChunk(unsigned int& crc) {
-  if (m_chunks.empty()) return false;
-  const size_t body = m_chunks.back() + 4;
-  if (!EndWriteChunk()) return false;
-  crc = ZK_CRC32(crc, m_buffer.size() - body, m_buffer.data() + body);
-  return true;
+  if (crc) *crc = ZK_CRC32(*crc, length, m_buffer.data() + at + 4);
+  return !m_chunks.empty() || WriteOut();
 }
 
 bool ZK_BinaryArchive::BeginReadChunk(unsigned int& crc) {
@@ -441,20 +438,33 @@ ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMo
 
 ZK_BinaryFileArchive::~ZK_BinaryFileArchive() { Close(); }
 
+bool ZK_BinaryFileArchive::WriteOut() {
+  // A megabyte at a time, so that a large model never sits in memory whole.
+  return m_buffer.size() < (1u << 20) || Flush();
+}
+
+bool ZK_BinaryFileArchive::Flush() {
+  if (m_fd < 0 && !m_write_failed) {
+    m_fd = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    m_write_failed = m_fd < 0;
+  }
+  for (size_t at = 0; !m_write_failed && at < m_buffer.size();) {
+    const ssize_t put = write(m_fd, m_buffer.data() + at, m_buffer.size() - at);
+    if (put < 0 && errno == EINTR) continue;
+    m_write_failed = put <= 0;
+    if (!m_write_failed) at += static_cast<size_t>(put);
+  }
+  m_buffer.clear();
+  return !m_write_failed;
+}
+
 bool ZK_BinaryFileArchive::Close() {
   if (m_closed) return m_close_result;
   m_closed = true;
   if (m_mode == ZK_ArchiveMode::read) return m_close_result = m_open;
-  const int fd = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (fd < 0) return m_close_result = false;
-  bool written = true;
-  for (size_t at = 0; written && at < m_buffer.size();) {
-    const ssize_t put = write(fd, m_buffer.data() + at, m_buffer.size() - at);
-    if (put < 0 && errno == EINTR) continue;
-    written = put > 0;
-    if (written) at += static_cast<size_t>(put);
-  }
   // On the disk before anyone renames the file over an older one.
-  written = written && fsync(fd) == 0;
-  return m_close_result = close(fd) == 0 && written;
+  bool written = Flush() && fsync(m_fd) == 0;
+  if (m_fd >= 0) written = close(m_fd) == 0 && written;
+  m_fd = -1;
+  return m_close_result = written;
 }

@@ -75,6 +75,10 @@ class ZK_BinaryArchive {
  protected:
   explicit ZK_BinaryArchive(ZK_ArchiveMode mode) : m_mode(mode) {}
 
+  // Called when a write leaves no chunk open, so that an archive can pass on what it has
+  // collected: false when that failed. Memory archives keep everything.
+  virtual bool WriteOut() { return true; }
+
   ZK_ArchiveMode m_mode;
   std::vector<unsigned char> m_buffer;
   size_t m_position = 0;
@@ -83,6 +87,7 @@ class ZK_BinaryArchive {
 
  private:
   bool WriteBytes(const void* bytes, size_t size);
+  bool CloseWriteChunk(unsigned int* crc);
   bool ReadBytes(void* bytes, size_t size);
   bool WriteUserData(const ZK_UserData& user_data);
   void ReadUserData(ZK_Object& object);
@@ -104,8 +109,11 @@ class ZK_BinaryMemoryArchive : public ZK_BinaryArchive {
 };
 
 // An archive on disk. For reading, the file is loaded when the archive is made: only a regular
-// file opens (not a folder, a device or a pipe). For writing, the bytes are collected and written
-// to the file, and flushed to the disk, by Close (or by the destructor, if not closed).
+// file opens (not a folder, a device or a pipe). For writing, the file is made by the first
+// write that ends outside every chunk with a megabyte collected, or by Close, and written a
+// megabyte at a time; Close writes the rest and flushes it to the disk (the destructor closes an
+// archive not yet closed). Once writing to the file has failed, the end of every later outermost
+// chunk fails, and so does Close.
 class ZK_BinaryFileArchive : public ZK_BinaryArchive {
  public:
   ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMode mode);
@@ -117,8 +125,16 @@ class ZK_BinaryFileArchive : public ZK_BinaryArchive {
   // has nothing to write and gives its IsOpen(). Later calls give the first call's result.
   bool Close();
 
+ protected:
+  bool WriteOut() override;
+
  private:
+  // Writes what has been collected to the file, made when first needed: false when that failed.
+  bool Flush();
+
   std::string m_path;
+  int m_fd = -1;
+  bool m_write_failed = false;
   bool m_open = false;
   bool m_closed = false;
   bool m_close_result = false;

@@ -240,4 +240,44 @@ TEST_F(ZkArchive, RoundTripsValuesAndAnObjectThroughAFileWrittenOnClose) {
   EXPECT_FALSE(ZK_BinaryFileArchive(path, ZK_ArchiveMode::write).Close());  // no folder now
 }
 
+// Megabytes of chunks go to the file as they are ended, with their checks; none is lost at the
+// seams, and a file that cannot be made fails the chunk that would have gone into it first.
+TEST_F(ZkArchive, WritesALargeFileOnTheWayAndReadsEveryChunkBack) {
+  std::string folder = testing::TempDir() + "zk_archive_test_XXXXXX";
+  ASSERT_NE(mkdtemp(folder.data()), nullptr);
+  const std::string path = folder + "/large.bin";
+  const std::vector<unsigned char> kilobyte(1000, 0x5A);
+  std::vector<unsigned int> written_crcs;
+  {
+    ZK_BinaryFileArchive out(path, ZK_ArchiveMode::write);
+    for (int i = 0; i < 3000; ++i) {
+      unsigned int crc = 0;
+      ASSERT_TRUE(out.BeginWriteChunk() && out.WriteInt(i));
+      ASSERT_TRUE(out.WriteDoubles(reinterpret_cast<const double*>(kilobyte.data()), 125));
+      ASSERT_TRUE(out.EndWriteChunk(crc));
+      written_crcs.push_back(crc);
+    }
+    EXPECT_TRUE(out.Close());
+  }
+  ZK_BinaryFileArchive in(path, ZK_ArchiveMode::read);
+  for (int i = 0; i < 3000; ++i) {
+    unsigned int crc = 0;
+    int index = -1;
+    ASSERT_TRUE(in.BeginReadChunk(crc) && in.ReadInt(index) && in.EndReadChunk()) << i;
+    EXPECT_EQ(index, i);
+    EXPECT_EQ(crc, written_crcs[static_cast<size_t>(i)]);
+  }
+  EXPECT_EQ(in.BytesLeft(), 0u);
+  std::remove(path.c_str());
+  std::remove(folder.c_str());
+
+  ZK_BinaryFileArchive nowhere(path, ZK_ArchiveMode::write);
+  bool ended = true;
+  for (int i = 0; i < 3000 && ended; ++i) {
+    ended = nowhere.BeginWriteChunk() && nowhere.WriteChunk(kilobyte) && nowhere.EndWriteChunk();
+  }
+  EXPECT_FALSE(ended);
+  EXPECT_FALSE(nowhere.Close());
+}
+
 }  // namespace

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "data/placement_record.h"
+#include "data/stance_id_set.h"
 #include "data/stance_table.h"
 #include "operations/every_object_iterator.h"
 #include "operations/object_wrapper.h"
@@ -13,18 +14,17 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   if (Count() == 0) return;
   CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
   if (doc == nullptr) return;
-  std::unordered_set<ZK_UUID, ZK_UuidHash> unreferenced;
-  unreferenced.reserve(static_cast<size_t>(Count()));
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) unreferenced.insert(m_entries[i]->m_id);
+  CKorvoStanceIdSet unreferenced(Count());
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) unreferenced.Insert(m_entries[i]->m_id);
   // Each record entry strikes its stance in constant time, so the visit costs the number of
   // entries, not entries times stances; it stops once every stance is known to be used.
   CKorvoEveryObjectIterator it(*doc);
-  for (const CTarsaObject* object = it.First(); object && !unreferenced.empty();
+  for (const CTarsaObject* object = it.First(); object && !unreferenced.IsEmpty();
        object = it.Next()) {
     const CKorvoUserData* record = CKorvoObjectWrapper(object).GetRecord();
     if (record == nullptr) continue;
     for (INT_PTR i = 0; i < record->m_entries.GetSize(); ++i) {
-      unreferenced.erase(record->m_entries[i]->m_id);
+      unreferenced.Erase(record->m_entries[i]->m_id);
     }
   }
   // One pass keeps the used stances in order, so that removing many costs no more than one.
@@ -32,7 +32,7 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   int removed = 0;
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
     USER_DATA* entry = m_entries[i];
-    if (!ZK_UuidIsNil(entry->m_id) && unreferenced.count(entry->m_id) != 0) {
+    if (!ZK_UuidIsNil(entry->m_id) && unreferenced.Contains(entry->m_id)) {
       if (removed == 0) BeforeChange();
       delete entry;
       ++removed;

@@ -44,7 +44,7 @@ void BM_EndOfOpenCleanUp(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, 3);
   const CKorvoDocData& table = *KorvoPlugIn().DocData(model.Doc().RuntimeSerialNumber());
   for (auto _ : state) {
-    const std::unordered_set<ZK_UUID, ZK_UuidHash> known = table.Ids();
+    const CKorvoStanceIdSet known = table.Ids();
     CKorvoEveryObjectIterator it(model.Doc());
     for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
       if (CKorvoUserData* record = CKorvoUserData::Of(object)) {

@@ -6,8 +6,8 @@
 #pragma once
 
 #include <memory>
-#include <unordered_set>
 
+#include "data/stance_id_set.h"
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_object.h"
@@ -74,7 +74,7 @@ class CKorvoUserData : public ZK_UserData {
   // Removes the entries whose stance is not in the document's table; the others keep their order.
   void RemoveEntriesWithoutStance(CTarsaDoc& doc);
   // The same against the ids of a table gathered once, for a clean-up of many records.
-  void RemoveEntriesWithoutStance(const std::unordered_set<ZK_UUID, ZK_UuidHash>& known);
+  void RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known);
 
   // Points into the record's own entry storage, in the record's entry order.
   CArray<USER_DATA*, USER_DATA*> m_entries;

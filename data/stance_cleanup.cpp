@@ -1,8 +1,6 @@
 // The clean-up of stances and record entries that no longer meet: stances that no placement
 // record refers to, and record entries whose stance the table does not know.
 
-#include <unordered_set>
-
 #include "data/placement_record.h"
 #include "data/stance_id_set.h"
 #include "data/stance_table.h"
@@ -14,8 +12,7 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   if (Count() == 0) return;
   CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
   if (doc == nullptr) return;
-  CKorvoStanceIdSet unreferenced(Count());
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) unreferenced.Insert(m_entries[i]->m_id);
+  CKorvoStanceIdSet unreferenced = Ids();
   // Each record entry strikes its stance in constant time, so the visit costs the number of
   // entries, not entries times stances; it stops once every stance is known to be used.
   CKorvoEveryObjectIterator it(*doc);
@@ -48,11 +45,10 @@ void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {
   RemoveEntriesWithoutStance(KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->Ids());
 }
 
-void CKorvoUserData::RemoveEntriesWithoutStance(
-    const std::unordered_set<ZK_UUID, ZK_UuidHash>& known) {
+void CKorvoUserData::RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known) {
   INT_PTR kept = 0;
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (known.count(m_entries[i]->m_id) != 0) m_entries[kept++] = m_entries[i];
+    if (known.Contains(m_entries[i]->m_id)) m_entries[kept++] = m_entries[i];
   }
   m_entries.SetSize(kept);
 }

@@ -1,7 +1,7 @@
 // CKorvoStanceIdSet: a set of stance ids for a pass over every record entry of a document, made
-// and dropped by the operation that makes the pass (the clean-up that removes the stances no
-// object carries starts with every id and erases each id an entry refers to). The pass looks ids
-// up many times more often than the set changes, and most look-ups miss once the set has shrunk:
+// and dropped by the operation that makes the pass (the clean-ups and the merge of an import).
+// The pass looks ids up many times more often than the set changes, and, in the clean-up that
+// strikes each id an entry refers to, most look-ups miss once the set has shrunk:
 // a byte per slot says whether the slot is full, so that a miss reads one byte of a table small
 // enough to stay in the processor's nearest cache, after a multiply, and never divides or walks
 // through separately allocated nodes. An erased id leaves no trace behind.

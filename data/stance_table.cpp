@@ -87,9 +87,9 @@ CKorvoDocData::USER_DATA* CKorvoDocData::FindById(const ZK_UUID& id) const {
   return index < 0 ? nullptr : m_entries[index];
 }
 
-std::unordered_set<ZK_UUID, ZK_UuidHash> CKorvoDocData::Ids() const {
-  std::unordered_set<ZK_UUID, ZK_UuidHash> ids;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) ids.insert(m_entries[i]->m_id);
+CKorvoStanceIdSet CKorvoDocData::Ids() const {
+  CKorvoStanceIdSet ids(Count());
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) ids.Insert(m_entries[i]->m_id);
   return ids;
 }
 

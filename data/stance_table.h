@@ -11,6 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "data/stance_id_set.h"
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_string.h"
@@ -58,7 +59,7 @@ class CKorvoDocData {
   bool NameExists(const wchar_t* name) const;
   // The ids of every stance, and their names folded as CompareNoCase folds them: built in one
   // pass, for operations that test many ids or names.
-  std::unordered_set<ZK_UUID, ZK_UuidHash> Ids() const;
+  CKorvoStanceIdSet Ids() const;
   std::unordered_set<std::wstring> FoldedNames() const;
 
   void RemoveAll();

@@ -61,7 +61,7 @@ void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool,
   }
   if (!m_cleanup_requested) return;
   CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
-  const std::unordered_set<ZK_UUID, ZK_UuidHash> known = table.Ids();
+  const CKorvoStanceIdSet known = table.Ids();
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
     auto* record = CKorvoUserData::Of(object);
@@ -99,14 +99,14 @@ void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive
   // Names and ids in use, gathered once, so that the merge costs the number of stances rather
   // than its square.
   std::unordered_set<std::wstring> taken_names = live.FoldedNames();
-  std::unordered_set<ZK_UUID, ZK_UuidHash> taken_ids = live.Ids();
+  CKorvoStanceIdSet taken_ids = live.Ids();
   for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
     const CKorvoDocData::USER_DATA& stance = *imported.m_entries[i];
     ZK_UUID new_id;
     if (!ZK_CreateUuid(new_id)) continue;
     const ZK_wString name = ImportedName(taken_names, stance.m_name);
     // As Add would: an empty name or an id in use adds nothing, and the entries move all the same.
-    if (!name.IsEmpty() && taken_ids.insert(new_id).second) live.AddFree(new_id, name);
+    if (!name.IsEmpty() && taken_ids.Insert(new_id)) live.AddFree(new_id, name);
     for (const CTarsaObject* object : carriers[stance.m_id]) Rekey(*object, stance.m_id, new_id);
   }
   live.RemoveUnusedStances();

@@ -19,12 +19,16 @@ namespace {
 // holds the folded names in use, and takes the one chosen.
 ZK_wString ImportedName(std::unordered_set<std::wstring>& taken, const ZK_wString& name) {
   ZK_wString candidate = name;
-  if (taken.count(candidate.CaseFolded().Text())) {
-    candidate = name + L" - Copy";
-    for (int n = 2; taken.count(candidate.CaseFolded().Text()); ++n)
+  std::wstring folded = candidate.CaseFolded().Text();
+  for (int n = 1; taken.count(folded); ++n) {
+    if (n == 1) {
+      candidate = name + L" - Copy";
+    } else {
       candidate.Format(L"%s - Copy (%d)", name.Array(), n);
+    }
+    folded = candidate.CaseFolded().Text();
   }
-  taken.insert(candidate.CaseFolded().Text());
+  taken.insert(std::move(folded));
   return candidate;
 }
 

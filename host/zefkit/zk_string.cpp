@@ -4,6 +4,7 @@
 #include <clocale>
 #include <cwchar>
 #include <cwctype>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -81,6 +82,8 @@ ZK_wString::ZK_wString(const wchar_t* text, int length) {
 
 ZK_wString::ZK_wString(const std::wstring& text) : m_text(text) {}
 
+ZK_wString::ZK_wString(std::wstring&& text) : m_text(std::move(text)) {}
+
 ZK_wString ZK_wString::FromUtf8(const std::string& utf8) {
   std::wstring out;
   out.reserve(utf8.size());
@@ -142,7 +145,7 @@ int ZK_wString::Compare(const wchar_t* other) const {
 ZK_wString ZK_wString::CaseFolded() const {
   std::wstring folded(m_text.size(), L'\0');
   for (size_t i = 0; i < m_text.size(); ++i) folded[i] = static_cast<wchar_t>(FoldCase(m_text[i]));
-  return ZK_wString(folded);
+  return ZK_wString(std::move(folded));
 }
 
 int ZK_wString::CompareNoCase(const wchar_t* other) const {

@@ -11,6 +11,7 @@ class ZK_wString {
   ZK_wString(const wchar_t* text);  // null is the empty string
   ZK_wString(const wchar_t* text, int length);
   ZK_wString(const std::wstring& text);
+  ZK_wString(std::wstring&& text);
 
   // Decodes UTF-8; every byte that is not part of a well-formed sequence becomes U+FFFD.
   static ZK_wString FromUtf8(const std::string& utf8);

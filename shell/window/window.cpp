@@ -8,6 +8,8 @@
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_string.h"
 #include "shell/window/main_window.h"
+#include "shell/window/panel_dock.h"
+#include "shell/window/window_answers.h"
 
 namespace {
 
@@ -42,8 +44,12 @@ void TsRunCommandLineInWindow() {
     return window.Read(prompt, line);
   });
   command_line.SetEchoUserInput(false);
+  IUserAnswers& before = UserAnswers();
+  TsWindowAnswers answers(&window, *window.Dock());
+  SetUserAnswers(&answers);
   window.show();
   command_line.ProcessInput();
+  SetUserAnswers(&before);
   command_line.SetReader(nullptr);
   command_line.SetWriter(nullptr);
 }

@@ -1,15 +1,10 @@
 #include "shell/window/panel_dock.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
-#include <QElapsedTimer>
 #include <QInputDialog>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
-#include <QTimer>
 #include <QToolButton>
 #include <set>
 
@@ -17,6 +12,7 @@
 #include "host/tarsa/tarsa_named_object_panel.h"
 #include "panel/stances_panel.h"
 #include "shell/panel_text.h"
+#include "shell/window/widget_test.h"
 #include "shell/window/window_answers.h"
 #include "testing/stance_document_test.h"
 
@@ -25,42 +21,17 @@ namespace {
 using Panel = CTsNamedDocObjectManagerDlg;
 using Stances = CTsStancesManagerDlg;
 
-QApplication& Application() {
-  static int argc = 1;
-  static char name[] = "panel_dock_test";
-  static char* argv[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication application(argc, argv);
-  return application;
-}
-
-// Runs the window's events until `done` holds, for at most five seconds: false when it never did.
-bool Eventually(const std::function<bool()>& done) {
-  QElapsedTimer timer;
-  timer.start();
-  while (!done()) {
-    if (timer.elapsed() > 5000) return false;
-    QApplication::processEvents(QEventLoop::AllEvents, 10);
-  }
-  return true;
-}
-
-void Press(QWidget* widget, int key) {
-  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-  QApplication::sendEvent(widget, &press);
-}
-
 class PanelDockTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    Application();
+    TestApplication();
     dock_ = std::make_unique<TsPanelDock>(nullptr, [this] { Refresh(); });
     answers_ = std::make_unique<TsWindowAnswers>(nullptr, *dock_);
     SetUserAnswers(answers_.get());
   }
   void TearDown() override {
-    user_.stop();
+    user_.Stop();
     SetUserAnswers(nullptr);
     dock_.reset();
     StanceDocumentTest::TearDown();
@@ -75,16 +46,7 @@ class PanelDockTest : public StanceDocumentTest {
     CTarsaStandIn::RunIdleWork();
     dock_->Refresh();
   }
-  // The user's part in what the next action shows (a menu, a dialog, an editor): `step` is tried
-  // while the action waits for the user, until it finds what it looks for and answers it.
-  void ThenUser(std::function<bool()> step) {
-    user_.disconnect();
-    user_.setInterval(5);
-    QObject::connect(&user_, &QTimer::timeout, [this, step] {
-      if (step()) user_.stop();
-    });
-    user_.start();
-  }
+  void ThenUser(std::function<bool()> step) { user_.Then(std::move(step)); }
   void Select(int row) { Item(row)->setSelected(true); }
   void Click(int control_id) { dock_->Button(control_id)->click(); }
   QListWidgetItem* Item(int row) const { return dock_->List()->item(row); }
@@ -105,7 +67,7 @@ class PanelDockTest : public StanceDocumentTest {
 
   std::unique_ptr<TsPanelDock> dock_;
   std::unique_ptr<TsWindowAnswers> answers_;
-  QTimer user_;
+  UserSteps user_;
 };
 
 TEST_F(PanelDockTest, ShowsTheHostPanelsListAndFollowsItsSelection) {

@@ -23,7 +23,6 @@ class MainWindowTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    TestApplication();
     window_ = std::make_unique<TsMainWindow>();
     CommandLine().SetReader([this](const std::wstring& prompt, std::wstring& line) {
       return window_->Read(prompt, line);

@@ -190,7 +190,11 @@ void TsPanelDock::Selected() {
 }
 
 void TsPanelDock::closeEvent(QCloseEvent* event) {
-  if (CTsNamedDocObjectManagerDlg* panel = Panel()) TarsaUiCloseDockbarTab(panel->TabId());
+  // Like any action on the panel, closing waits for a command that uses it to be cancelled.
+  if (CTsNamedDocObjectManagerDlg* panel = Panel()) {
+    const ZK_UUID tab_id = panel->TabId();
+    CTarsaStandIn::CommandLine().RunWhenNoCommand([tab_id] { TarsaUiCloseDockbarTab(tab_id); });
+  }
   event->accept();
   m_acted();
 }

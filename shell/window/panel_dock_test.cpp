@@ -25,7 +25,6 @@ class PanelDockTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    TestApplication();
     dock_ = std::make_unique<TsPanelDock>(nullptr, [this] { Refresh(); });
     answers_ = std::make_unique<TsWindowAnswers>(nullptr, *dock_);
     SetUserAnswers(answers_.get());

@@ -1,15 +1,15 @@
 #include "shell/window/svg_icon.h"
 
+#include <gtest/gtest.h>
+
 #include <QImage>
 
-#include "gtest/gtest.h"
 #include "shell/window/widget_test.h"
 
 namespace {
 
 class SvgIconTest : public testing::Test {
  protected:
-  void SetUp() override { TestApplication(); }
   // The picture at 16 × 16, one pixel per unit of a 0 0 16 16 drawing.
   static QImage Painted(const std::string& body) {
     const std::string svg = R"(<svg viewBox="0 0 16 16">)" + body + "</svg>";

@@ -9,16 +9,28 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <memory>
 
-// Made at the first call; without a display, on the offscreen platform.
-inline QApplication& TestApplication() {
-  static int argc = 1;
-  static char name[] = "window_test";
-  static char* argv[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication application(argc, argv);
-  return application;
-}
+#include <gtest/gtest.h>
+
+// The application of a test program, on the offscreen platform: made before the first test and
+// destroyed after the last, before the program's exit, while the toolkit's own statics live.
+class TestApplication : public testing::Environment {
+ public:
+  void SetUp() override {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    m_application = std::make_unique<QApplication>(m_argc, m_argv);
+  }
+  void TearDown() override { m_application.reset(); }
+
+ private:
+  int m_argc = 1;
+  char m_name[12] = "window_test";
+  char* m_argv[2] = {m_name, nullptr};
+  std::unique_ptr<QApplication> m_application;
+};
+inline testing::Environment* const kTestApplication =
+    testing::AddGlobalTestEnvironment(new TestApplication);
 
 // Runs the window's events until `done` holds, for at most five seconds: false when it never did.
 inline bool Eventually(const std::function<bool()>& done) {

@@ -221,8 +221,8 @@ void TsMainWindow::Acted() {
 
 void TsMainWindow::Complete() {
   const std::wstring line = m_input->text().toStdWString();
-  const size_t start =
-      line.find_last_of(L' ') == std::wstring::npos ? 0 : line.find_last_of(L' ') + 1;
+  const size_t blank = line.find_last_of(L' ');
+  const size_t start = blank == std::wstring::npos ? 0 : blank + 1;
   const std::vector<std::wstring> found = TsCompletions(m_prompt_text, line.substr(start));
   if (found.empty()) return;
   // The longest beginning that every completion shares, letter case as the first has it.
@@ -235,9 +235,9 @@ void TsMainWindow::Complete() {
     }
     common.resize(n);
   }
-  if (found.size() == 1)
+  if (found.size() == 1) {
     common += L" ";
-  else {
+  } else {
     std::wstring listed;
     for (const std::wstring& name : found) listed += name + L"  ";
     Write(listed + L"\n");

@@ -18,7 +18,6 @@
 
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "shell/completion.h"
-#include "shell/panel_text.h"
 #include "shell/session.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
@@ -128,7 +127,9 @@ void TsMainWindow::Write(const std::wstring& text) {
 }
 
 bool TsMainWindow::Read(const std::wstring& prompt, std::wstring& line) {
-  TsShowPanelChanges();
+  // The host is idle while it waits: the panels' pending rebuilds are carried out, and the dock
+  // shows the panel (the window shows no panel as text).
+  CTarsaStandIn::RunIdleWork();
   Refresh();
   m_prompt_text = prompt;
   m_prompt->setText(QString::fromStdWString(prompt));
@@ -215,7 +216,7 @@ void TsMainWindow::RunWithFile(const wchar_t* command, const QString& caption, b
 void TsMainWindow::Acted() {
   // A command that waited for input is cancelled before the host carries out the action.
   if (CommandLine().RunningCommand() != nullptr) m_interrupted = true;
-  TsShowPanelChanges();
+  CTarsaStandIn::RunIdleWork();
   Refresh();
 }
 

@@ -10,7 +10,6 @@
 
 #include "host/tarsa/tarsa_dockbar.h"
 #include "panel/stances_panel.h"
-#include "shell/panel_text.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
 #include "shell/window/widget_test.h"
@@ -29,9 +28,6 @@ class MainWindowTest : public StanceDocumentTest {
     });
     CommandLine().SetEchoUserInput(false);  // the window shows the answers itself
     window_->show();
-    // What earlier tests left of the panels' printed state is not this test's.
-    TsShowPanelChanges();
-    CommandLine().TakeOutput();
   }
   void TearDown() override {
     user_.Stop();
@@ -102,7 +98,6 @@ TEST_F(MainWindowTest, ADoubleClickInThePanelShowsTheObjectsBackWhereTheStanceHa
   emit list->itemDoubleClicked(list->item(0));
   EXPECT_EQ(View().DrawnPoints(lid), shut);
   TakeStanceChanges();
-  CommandLine().TakeOutput();  // the panel's state
 
   // From the front the lid is drawn above the base, as it was saved.
   View().SetDirection(TsModelView::Direction::front);

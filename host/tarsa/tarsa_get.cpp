@@ -8,6 +8,19 @@ namespace {
 
 CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
 
+// Tells the command line what the prompt offers while it asks, and restores what was there.
+class QuestionScope {
+ public:
+  explicit QuestionScope(CTarsaQuestion question)
+      : m_before(CommandLine().SetQuestion(std::move(question))) {}
+  ~QuestionScope() { CommandLine().SetQuestion(std::move(m_before)); }
+  QuestionScope(const QuestionScope&) = delete;
+  QuestionScope& operator=(const QuestionScope&) = delete;
+
+ private:
+  CTarsaQuestion m_before;
+};
+
 bool SameText(const std::wstring& a, const wchar_t* b) {
   return ZK_wString(a).CompareNoCase(b) == 0;
 }
@@ -79,6 +92,7 @@ CTarsaGet::result CTarsaGet::Ask() {
   m_result = no_result;
   m_string.clear();
   for (;;) {
+    const QuestionScope asking(Question());
     const CTarsaToken token = CommandLine().Ask(PromptLine());
     switch (token.kind) {
       case CTarsaToken::escape:
@@ -113,16 +127,23 @@ bool CTarsaGet::TakeText(const CTarsaToken& token) {
 std::wstring CTarsaGet::PromptLine() const {
   std::wstring line = m_prompt;
   std::wstring shown;
+  for (const CTarsaQuestion::Option& option : Question().options) shown += L" " + option.shown;
+  if (!shown.empty()) line += L" (" + shown + L" )";
+  return line + L":";
+}
+
+CTarsaQuestion CTarsaGet::Question() const {
+  CTarsaQuestion question;
+  question.objects = PicksObjects();
   for (const Entry& entry : m_options) {
     if (entry.hidden) continue;
-    shown += L" ";
-    shown += entry.name.LocalName();
+    std::wstring shown = entry.name.LocalName();
     const CTarsaCommandOptionValue& value =
         entry.list.empty() ? entry.value : entry.list[entry.current];
     if (!value.IsEmpty()) shown += std::wstring(L"=") + value.LocalValue();
+    question.options.push_back({shown, std::wstring(L"_") + entry.name.EnglishName()});
   }
-  if (!shown.empty()) line += L" (" + shown + L" )";
-  return line + L":";
+  return question;
 }
 
 CTarsaGet::Pick CTarsaGet::PickOption(const CTarsaToken& token) {

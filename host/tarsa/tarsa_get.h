@@ -13,6 +13,7 @@
 #include "host/tarsa/tarsa_doc.h"
 #include "host/tarsa/tarsa_localize.h"
 
+struct CTarsaQuestion;
 struct CTarsaToken;
 
 // The option a user picked.
@@ -76,6 +77,8 @@ class CTarsaGet {
   // ends the question (m_result set), false to ask again.
   virtual bool TakeEnter();
   virtual bool TakeText(const CTarsaToken& token);
+  // Whether the prompt takes objects picked by their ids.
+  virtual bool PicksObjects() const { return false; }
 
   result m_result = no_result;
   bool m_accept_nothing = false;
@@ -93,6 +96,8 @@ class CTarsaGet {
 
   static CTarsaCommandOptionValue Empty() { return CTarsaCommandOptionValue(nullptr, nullptr); }
   std::wstring PromptLine() const;
+  // What the command line offers the user while this prompt asks.
+  CTarsaQuestion Question() const;
   Pick PickOption(const CTarsaToken& token);
   bool PickValue(Entry& entry, const std::wstring& word);
 
@@ -130,6 +135,7 @@ class CTarsaGetObject : public CTarsaGet {
  protected:
   bool TakeEnter() override;
   bool TakeText(const CTarsaToken& token) override;
+  bool PicksObjects() const override { return true; }
 
  private:
   void Pick(const CTarsaObject* object);

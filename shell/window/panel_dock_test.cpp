@@ -1,35 +1,37 @@
 #include "shell/window/panel_dock.h"
 
-#include <QApplication>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
+#include <QMenu>
+#include <QMessageBox>
+#include <QToolButton>
+#include <set>
 
 #include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
 #include "panel/stances_panel.h"
+#include "shell/panel_text.h"
+#include "shell/window/widget_test.h"
+#include "shell/window/window_answers.h"
 #include "testing/stance_document_test.h"
 
 namespace {
 
 using Panel = CTsNamedDocObjectManagerDlg;
-
-QApplication& Application() {
-  static int argc = 1;
-  static char name[] = "panel_dock_test";
-  static char* argv[] = {name, nullptr};
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication application(argc, argv);
-  return application;
-}
+using Stances = CTsStancesManagerDlg;
 
 class PanelDockTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    Application();
     dock_ = std::make_unique<TsPanelDock>(nullptr, [this] { Refresh(); });
+    answers_ = std::make_unique<TsWindowAnswers>(nullptr, *dock_);
+    SetUserAnswers(answers_.get());
   }
   void TearDown() override {
+    user_.Stop();
+    SetUserAnswers(nullptr);
     dock_.reset();
     StanceDocumentTest::TearDown();
   }
@@ -43,6 +45,9 @@ class PanelDockTest : public StanceDocumentTest {
     CTarsaStandIn::RunIdleWork();
     dock_->Refresh();
   }
+  void ThenUser(std::function<bool()> step) { user_.Then(std::move(step)); }
+  void Select(int row) { Item(row)->setSelected(true); }
+  void Click(int control_id) { dock_->Button(control_id)->click(); }
   QListWidgetItem* Item(int row) const { return dock_->List()->item(row); }
   bool Enabled(int control_id) const { return dock_->Button(control_id)->isEnabled(); }
   // The dock's list, in its order, as the user sees it.
@@ -52,8 +57,16 @@ class PanelDockTest : public StanceDocumentTest {
       shown.push_back(Item(i)->text().toStdWString());
     return shown;
   }
+  std::vector<std::wstring> Macros() {
+    std::vector<std::wstring> macros;
+    for (const auto& script : CTarsaStandIn::TakeScripts()) macros.push_back(script.first);
+    return macros;
+  }
+  Panel& HostPanel() const { return *CTarsaStandIn::Panel(g_stances_panel_tab_id); }
 
   std::unique_ptr<TsPanelDock> dock_;
+  std::unique_ptr<TsWindowAnswers> answers_;
+  UserSteps user_;
 };
 
 TEST_F(PanelDockTest, ShowsTheHostPanelsListAndFollowsItsSelection) {
@@ -62,32 +75,176 @@ TEST_F(PanelDockTest, ShowsTheHostPanelsListAndFollowsItsSelection) {
   Open();
   EXPECT_FALSE(dock_->isHidden());
   EXPECT_EQ(dock_->windowTitle().toStdWString(), L"Stances");
-  const std::vector<std::wstring> host = {
-      CTarsaStandIn::Panel(g_stances_panel_tab_id)->List().GetItemText(0),
-      CTarsaStandIn::Panel(g_stances_panel_tab_id)->List().GetItemText(1)};
+  EXPECT_FALSE(dock_->windowIcon().isNull()) << "the tab's icon";
+  const std::vector<std::wstring> host = {HostPanel().List().GetItemText(0),
+                                          HostPanel().List().GetItemText(1)};
   EXPECT_EQ(Shown(), host);
   EXPECT_FALSE(Enabled(Panel::restore_button));
 
-  Item(1)->setSelected(true);
+  Select(1);
   EXPECT_TRUE(Enabled(Panel::restore_button));
   EXPECT_TRUE(Enabled(Panel::rename_button));
-  Item(0)->setSelected(true);
+  Select(0);
   EXPECT_TRUE(Enabled(Panel::restore_button));
   EXPECT_FALSE(Enabled(Panel::rename_button));
   dock_->List()->clearSelection();
   EXPECT_FALSE(Enabled(Panel::restore_button));
 }
 
-TEST_F(PanelDockTest, ADoubleClickRestoresTheStance) {
+TEST_F(PanelDockTest, EachToolButtonShowsItsIconAndTipAndRunsItsAction) {
+  Save(L"Front", {AddNamed(L"lid")});
+  Open();
+  Select(0);
+  const std::vector<std::pair<int, std::wstring>> tools = {
+      {Stances::update_button, L"Update selected stance"},
+      {Stances::append_button, L"Append to selected stance"},
+      {Stances::select_button, L"Select objects of stance"}};
+  for (const auto& tool : tools) {
+    EXPECT_EQ(dock_->Button(tool.first)->toolTip().toStdWString(), tool.second);
+    EXPECT_FALSE(dock_->Button(tool.first)->icon().isNull()) << tool.second;
+  }
+  Click(Stances::update_button);
+  Click(Stances::append_button);
+  Click(Stances::select_button);
+  EXPECT_EQ(Macros(), (std::vector<std::wstring>{L"!-_Stance _Update \"Front\" _ENTER",
+                                                 L"!-_Stance _Append \"Front\" _PAUSE _ENTER",
+                                                 L"!-_Stance _Select \"Front\" _ENTER"}));
+  CTarsaStandIn::CommandLine().TakeOutput();
+  for (const TsPanelButton& button : TsPanelButtons()) {
+    EXPECT_FALSE(dock_->Button(button.control_id)->icon().isNull()) << button.name;
+  }
+}
+
+TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefault) {
   const ZK_UUID lid = AddNamed(L"lid");
   Save(L"Shut", {lid});
   const std::vector<ZK_3dPoint> saved = Placement(lid);
   Move(lid, ZK_Xform::Translation(5, 0, 0));
   Open();
-  emit dock_->List()->itemDoubleClicked(Item(0));
-  EXPECT_EQ(CTarsaStandIn::TakeScripts().size(), 1u) << "the panel's restore command";
+  Select(0);
+  std::vector<std::wstring> offered;
+  std::wstring bold;
+  ThenUser([&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr) return false;
+    for (QAction* action : menu->actions()) {
+      if (action->isSeparator()) continue;
+      offered.push_back(action->text().toStdWString());
+      if (action->font().bold()) bold = offered.back();
+      if (action->data().toUInt() == Stances::restore_item) menu->setActiveAction(action);
+    }
+    Press(menu, Qt::Key_Return);
+    return true;
+  });
+  emit dock_->List()->customContextMenuRequested(QPoint(5, 5));
+  EXPECT_EQ(offered,
+            (std::vector<std::wstring>{L"&Restore Stance", L"&Update Stance", L"&Append Stance",
+                                       L"&Delete Stance", L"Rena&me Stance", L"S&elect In Document",
+                                       L"&Save Object Positions As Stance..."}));
+  EXPECT_EQ(bold, L"&Restore Stance");
+  EXPECT_EQ(Macros().size(), 1u) << "the restore";
   ExpectNear(Placement(lid), saved);
   TakeStanceChanges();
+
+  // Without a selected stance, the menu offers Save alone; dismissing it does nothing.
+  dock_->List()->clearSelection();
+  offered.clear();
+  ThenUser([&] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr) return false;
+    for (QAction* action : menu->actions()) offered.push_back(action->text().toStdWString());
+    Press(menu, Qt::Key_Escape);
+    return true;
+  });
+  emit dock_->List()->customContextMenuRequested(QPoint(5, 5));
+  EXPECT_EQ(offered, (std::vector<std::wstring>{L"&Save Object Positions As Stance..."}));
+  EXPECT_TRUE(Macros().empty());
+}
+
+TEST_F(PanelDockTest, ALabelEditRenamesThroughTheCommandAndEscapeKeepsTheName) {
+  Save(L"Front", {AddNamed(L"lid")});
+  Open();
+  Select(0);
+  const auto edit = [this](const QString& text, int key) {
+    ThenUser([this, text, key] {
+      auto* editor = dock_->findChild<QLineEdit*>("label_editor");
+      if (editor == nullptr || !editor->isVisible()) return false;
+      EXPECT_EQ(editor->text().toStdWString(), L"Front") << "the editor starts from the name";
+      editor->setText(text);
+      Press(editor, key);
+      return true;
+    });
+    Click(Panel::rename_button);
+  };
+  edit("Back", Qt::Key_Escape);
+  EXPECT_TRUE(Macros().empty());
+  EXPECT_EQ(Shown(), std::vector<std::wstring>{L"Front"});
+
+  edit("Back", Qt::Key_Return);
+  EXPECT_EQ(Macros(), std::vector<std::wstring>{L"!-_Stance _Rename \"Front\" \"Back\" _ENTER"});
+  EXPECT_NE(Table().FindByName(L"Back"), nullptr);
+  EXPECT_EQ(Shown(), std::vector<std::wstring>{L"Back"});
+  TakeStanceChanges();
+}
+
+TEST_F(PanelDockTest, TheSaveDialogProposesANameAndAsksBeforeReplacing) {
+  Save(L"Front", {AddNamed(L"lid")});
+  Open();
+  std::wstring proposed, prompt, question;
+  ThenUser([&] {
+    auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return false;
+    proposed = dialog->textValue().toStdWString();
+    prompt = dialog->labelText().toStdWString();
+    dialog->setTextValue("Front");
+    ThenUser([&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return false;
+      question = box->text().toStdWString();
+      box->button(QMessageBox::Yes)->click();
+      return true;
+    });
+    dialog->accept();
+    return false;  // the question's step goes on
+  });
+  Click(Panel::save_button);
+  EXPECT_EQ(proposed, L"Position 01");
+  EXPECT_EQ(prompt, L"Save current object positions as:");
+  EXPECT_EQ(question, L"The \"Front\" stance already exists, do you want to replace it?");
+  EXPECT_EQ(Macros(), std::vector<std::wstring>{L"!-_Stance _Save \"Front\" _PAUSE _ENTER"});
+  CTarsaStandIn::CommandLine().TakeOutput();
+}
+
+TEST_F(PanelDockTest, ButtonsFollowThePanelsLayoutAndStackWhenTheDockIsNarrow) {
+  Open();
+  const auto rows = [this] {
+    std::set<int> tops;
+    for (const TsPanelButton& button : TsPanelButtons()) {
+      tops.insert(dock_->Button(button.control_id)->geometry().top());
+    }
+    return tops.size();
+  };
+  dock_->resize(400, 300);
+  ASSERT_TRUE(Eventually([&] { return dock_->widget()->width() > 300; }));
+  EXPECT_EQ(rows(), 1u);
+  const RECT host = TsWindowObject(HostPanel().GetDlgItem(Panel::help_button))->WindowRect();
+  EXPECT_EQ(dock_->Button(Panel::help_button)->geometry(),
+            QRect(host.left, host.top, host.right - host.left, host.bottom - host.top));
+
+  dock_->resize(70, 300);
+  ASSERT_TRUE(Eventually([&] { return dock_->widget()->width() < 100; }));
+  EXPECT_GE(rows(), 4u);
+  EXPECT_GT(dock_->List()->geometry().top(),
+            dock_->Button(Panel::help_button)->geometry().bottom());
+}
+
+TEST_F(PanelDockTest, TheStanceCommandOpensTheDockAndClosingItClosesThePanel) {
+  EXPECT_EQ(CTarsaStandIn::CommandLine().RunCommand(L"Stance"), CTarsaCommand::success);
+  Refresh();
+  EXPECT_TRUE(dock_->isVisible());
+  dock_->close();
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  EXPECT_TRUE(dock_->isHidden());
 }
 
 }  // namespace

@@ -8,18 +8,33 @@
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_string.h"
 #include "shell/window/main_window.h"
+#include "shell/window/panel_dock.h"
+#include "shell/window/window_answers.h"
 
 namespace {
 
-// The one application object: made at the first use, with the program's name as its argument.
-QApplication& Application() {
-  static int argc = 1;
-  static char name[] = "tarsa";
-  static char* argv[] = {name, nullptr};
-  if (!TsDisplayAvailable()) qputenv("QT_QPA_PLATFORM", "offscreen");
-  static QApplication application(argc, argv);
-  return application;
+// Chooses the offscreen platform when there is no display: true when it did.
+bool ChoosePlatform() {
+  if (TsDisplayAvailable()) return false;
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  return true;
 }
+
+// The application object for the time the window is used, with the program's name as its
+// argument. It goes before the program's exit, while the toolkit's own statics still live.
+class ApplicationScope {
+ public:
+  ApplicationScope() = default;
+  ApplicationScope(const ApplicationScope&) = delete;
+  ApplicationScope& operator=(const ApplicationScope&) = delete;
+
+ private:
+  int m_argc = 1;
+  char m_name[6] = "tarsa";
+  char* m_argv[2] = {m_name, nullptr};
+  bool m_offscreen = ChoosePlatform();
+  QApplication m_application{m_argc, m_argv};
+};
 
 }  // namespace
 
@@ -32,7 +47,7 @@ bool TsDisplayAvailable() {
 }
 
 void TsRunCommandLineInWindow() {
-  Application();
+  const ApplicationScope application;
   TsMainWindow window;
   CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
   // Pending output printed before the window existed is shown in it.
@@ -42,15 +57,19 @@ void TsRunCommandLineInWindow() {
     return window.Read(prompt, line);
   });
   command_line.SetEchoUserInput(false);
+  IUserAnswers& before = UserAnswers();
+  TsWindowAnswers answers(&window, *window.Dock());
+  SetUserAnswers(&answers);
   window.show();
   command_line.ProcessInput();
+  SetUserAnswers(&before);
   command_line.SetReader(nullptr);
   command_line.SetWriter(nullptr);
 }
 
 bool TsWriteWindowPicture(const std::string& path, const std::wstring& output,
                           std::wstring& error) {
-  Application();
+  const ApplicationScope application;
   TsMainWindow window;
   window.Write(output);
   window.Refresh();

@@ -150,6 +150,7 @@ void CTarsaCommandLine::Reset() {
   m_macro.clear();
   m_user.clear();
   m_after_command.clear();
+  m_question = CTarsaQuestion();
   m_abort = false;
   m_echo_user_input = true;
   m_input_ended = false;

@@ -30,6 +30,18 @@ struct CTarsaToken {
 // Splits input into answers. A word that starts with "!" gives an abort, then the rest.
 std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo);
 
+// What the prompt being asked offers besides typing, for a front end that shows it: the options
+// shown, each with its label as the prompt shows it and the word that picks it, and whether
+// objects may be picked (by their ids).
+struct CTarsaQuestion {
+  struct Option {
+    std::wstring shown;
+    std::wstring word;
+  };
+  std::vector<Option> options;
+  bool objects = false;
+};
+
 class CTarsaCommandLine {
  public:
   // Gives the next line the user types, having shown `prompt`; false at the end of input, or when
@@ -73,6 +85,14 @@ class CTarsaCommandLine {
   // commands included, since Reset().
   int FailedCommandCount() const { return m_failed_commands; }
 
+  // The question of the prompt being asked now: no options and no objects when none asks. A
+  // prompt sets it for the time it asks (SetQuestion gives back the one before, to restore).
+  const CTarsaQuestion& Question() const { return m_question; }
+  CTarsaQuestion SetQuestion(CTarsaQuestion question) {
+    std::swap(question, m_question);
+    return question;
+  }
+
   // The command that is running, or null.
   const CTarsaCommand* RunningCommand() const { return m_running; }
   // The document of the running command, else the active document; may be null.
@@ -92,6 +112,7 @@ class CTarsaCommandLine {
   std::deque<CTarsaToken> m_macro;
   std::deque<CTarsaToken> m_user;
   std::deque<std::function<void()>> m_after_command;
+  CTarsaQuestion m_question;
   CTarsaCommand* m_running = nullptr;
   CTarsaDoc* m_running_doc = nullptr;
   bool m_abort = false;

@@ -140,4 +140,25 @@ TEST_F(CommandLineTest, EnterAndTheEndOfInputAreAnswersToo) {
             L"Command: _ask\nFirst:\n[]\nSecond: _Enter\n[]\nPick ( Left Length Mode=Fast ):\n");
 }
 
+TEST_F(CommandLineTest, TheWaitingPromptTellsItsOptionsWhileItAsks) {
+  std::vector<std::wstring> shown, words;
+  CommandLine().SetReader([&](const std::wstring& prompt, std::wstring& line) {
+    if (prompt.rfind(L"Pick", 0) == 0) {
+      for (const CTarsaQuestion::Option& option : CommandLine().Question().options) {
+        shown.push_back(option.shown);
+        words.push_back(option.word);
+      }
+      line = L"_Enter";
+      return true;
+    }
+    EXPECT_TRUE(CommandLine().Question().options.empty()) << "the text prompts offer none";
+    line = prompt == L"Command:" ? L"-_Ask" : L"x";
+    return prompt != L"Command:" || shown.empty();
+  });
+  CommandLine().ProcessInput();
+  EXPECT_EQ(shown, (std::vector<std::wstring>{L"Left", L"Length", L"Mode=Fast"}));
+  EXPECT_EQ(words, (std::vector<std::wstring>{L"_Left", L"_Length", L"_Mode"}));
+  EXPECT_TRUE(CommandLine().Question().options.empty()) << "nothing asks any more";
+}
+
 }  // namespace

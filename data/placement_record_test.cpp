@@ -78,6 +78,34 @@ TEST_F(PlacementRecordTest, CopiesOfTheObjectOrFromAnotherRecordAreIndependent) 
   EXPECT_EQ(Ids(*record_), std::vector<ZK_UUID>{side_});
 }
 
+// Entries live in the record's own storage, which moves as it grows: through many adds, removals
+// in the middle and copies made at every size, each entry keeps its stance, transform and order.
+TEST_F(PlacementRecordTest, EntriesKeepTheirOrderAndTransformsAsTheRecordGrowsShrinksAndIsCopied) {
+  std::vector<ZK_UUID> expected;
+  std::vector<double> shifts;  // entry i was saved at a move of shifts[i]
+  for (int i = 0; i < 40; ++i) {
+    expected.push_back(NewId());
+    shifts.push_back(i);
+    record_->Add(expected.back(), ZK_Xform::Translation(i, 0, 0));
+    if (i % 3 == 2) {  // take out the entry before last
+      EXPECT_TRUE(record_->Remove(expected[expected.size() - 2]));
+      expected.erase(expected.end() - 2);
+      shifts.erase(shifts.end() - 2);
+    }
+    CKorvoUserData copy(*record_);
+    copy.Add(NewId(), kTurn);  // into the room a copy keeps for one more
+    copy.Remove(expected.front());
+    ASSERT_EQ(Ids(*record_), expected) << i;
+  }
+  const CKorvoUserData copy(*record_);
+  EXPECT_EQ(Written(copy), Written(*record_));
+  for (size_t e = 0; e < expected.size(); ++e) {
+    ZK_Xform xform(0.0);
+    ASSERT_TRUE(copy.GetXform(expected[e], xform));
+    EXPECT_EQ(xform, ZK_Xform::Translation(shifts[e], 0, 0)) << e;
+  }
+}
+
 // The kernel finds the record's class by its registered uuid; the last transform is not kept.
 TEST_F(PlacementRecordTest, TheKernelRecreatesARecordWithItsLight) {
   EXPECT_EQ(ZK_ClassId::ClassId(ZK_UuidFromString("4c865638-2d45-4F5D-9f10-618a0dbd3978")),

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "fuzz/fuzz_session.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 
 namespace {
 

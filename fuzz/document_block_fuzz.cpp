@@ -6,7 +6,9 @@
 
 #include "events/event_watcher.h"
 #include "fuzz/fuzz_session.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_archive.h"
+#include "plugin/korvo_plugin.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const bool merge : {false, true}) {
@@ -18,7 +20,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     KorvoPlugIn().ReadDocument(doc, in, CTarsaFileReadOptions(L"fuzz.tsm", merge, false));
     watcher.OnEndOpenDocument(doc, L"fuzz.tsm", merge, false);
     doc.EndUndoRecord(step);
-    CTarsaStandIn::Undo(doc);
     FuzzSession::End();
   }
   return 0;

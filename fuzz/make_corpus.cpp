@@ -12,6 +12,8 @@
 #include "data/placement_record.h"
 #include "fuzz/fuzz_session.h"
 #include "host/tarsa/standin/tarsa_model_file.h"
+#include "host/tarsa/standin/tarsa_standin.h"
+#include "plugin/korvo_plugin.h"
 #include "testing/model_file_blocks.h"
 
 namespace {

@@ -11,12 +11,15 @@
 
 #include "fuzz/fuzz_session.h"
 #include "host/tarsa/standin/tarsa_model_file.h"
+#include "host/tarsa/standin/tarsa_standin.h"
 #include "testing/model_file_blocks.h"
 
 namespace {
 
+// In memory where the system has a memory file system: saves synchronise their files.
 const std::string& Path() {
-  static const std::string path = "/tmp/model_file_fuzz_" + std::to_string(getpid()) + ".tsm";
+  static const std::string path = std::string(access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") +
+                                  "/model_file_fuzz_" + std::to_string(getpid()) + ".tsm";
   return path;
 }
 

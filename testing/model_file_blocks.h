@@ -4,7 +4,6 @@
 #pragma once
 
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -21,9 +20,15 @@ struct ModelFileBlocks {
     }
   };
 
+  // The file's bytes; none when it cannot be read.
   static Bytes ReadFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(file), {});
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : 0;
+    if (size <= 0) return {};
+    Bytes bytes(static_cast<size_t>(size));
+    file.seekg(0);
+    if (!file.read(reinterpret_cast<char*>(bytes.data()), size)) return {};
+    return bytes;
   }
   static void WriteFile(const std::string& path, const Bytes& bytes) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);

@@ -229,6 +229,21 @@ void CTarsaDoc::ClearUndo() {
   m_undo_steps.clear();
   m_redo_steps.clear();
   m_retired.clear();
+  // With no step left nothing can bring a deleted object back: its slot goes, so that a long
+  // session that adds and undoes does not grow.
+  size_t kept = 0;
+  for (size_t slot = 0; slot < m_slots.size(); ++slot) {
+    const ZK_UUID id = m_slots[slot]->ModelObjectId();
+    if (m_slots[slot]->m_deleted) {
+      m_slot_of_id.erase(id);
+      continue;
+    }
+    m_slot_of_id[id] = kept;
+    m_slot_stamps[kept] = m_slot_stamps[slot];
+    m_slots[kept++] = std::move(m_slots[slot]);
+  }
+  m_slots.resize(kept);
+  m_slot_stamps.resize(kept);
 }
 
 bool CTarsaDoc::AddCustomUndoEvent(CTarsaUndoEventHandler* handler, const wchar_t*) {

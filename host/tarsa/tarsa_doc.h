@@ -137,7 +137,8 @@ class CTarsaDoc {
   bool Undo();
   bool Redo();
   bool Replay(bool redo);
-  // Forgets every undo and redo step and frees the objects they and m_retired kept.
+  // Forgets every undo and redo step and frees the objects they and m_retired kept, and the
+  // deleted objects with their slots.
   void ClearUndo();
   template <class F>
   void Notify(F&& notify);

@@ -255,6 +255,28 @@ TEST_F(TarsaDocTest, UndoPutsBackAStepOfAddMoveAndDeleteAndRedoAppliesItAgain) {
   EXPECT_EQ(Walk(), (Objects{moved, added}));
 }
 
+// Once the history is forgotten nothing can bring a deleted object back, and it goes; the
+// objects that remain keep their order and ids.
+TEST_F(TarsaDocTest, ClearingUndoDropsDeletedObjectsAndKeepsTheRest) {
+  CTarsaObject* kept = AddBox();
+  CTarsaObject* doomed = AddBox();
+  CTarsaObject* last = AddBox();
+  InStep([&] {
+    AddBox();
+    Delete(doomed);
+  });
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
+  Delete(kept);
+  CTarsaStandIn::ClearUndo(*doc_);
+  CTarsaObjectIterator everything(*doc_, 15);
+  EXPECT_EQ(Walk(everything), (Objects{doomed, last}));
+  EXPECT_EQ(Find(last), last);
+  CTarsaObject* added = AddBox();
+  EXPECT_EQ(Walk(), (Objects{doomed, last, added}));
+  ASSERT_NE(Move(last, 1), nullptr);
+  EXPECT_EQ(Walk().size(), 3u);
+}
+
 // Refused custom undo records (outside a step, during an undo) are destroyed at once.
 TEST_F(TarsaDocTest, CustomUndoRunsOnEachUndoAndRedoAndDiesWithItsStep) {
   UndoCounts refused, counts, kept;

@@ -41,7 +41,8 @@ class CTarsaStandIn {
   static bool Redo(CTarsaDoc& doc);
   static int UndoStepCount(const CTarsaDoc& doc);
   static int RedoStepCount(const CTarsaDoc& doc);
-  // Forgets the document's undo and redo steps and frees the objects they kept.
+  // Forgets the document's undo and redo steps and frees the objects they kept, and the deleted
+  // objects, which nothing can bring back any more.
   static void ClearUndo(CTarsaDoc& doc);
 
   // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to

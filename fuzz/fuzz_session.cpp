@@ -134,6 +134,12 @@ void TearDown() {
   KorvoPlugIn().RemoveAllDocData();
 }
 
+void Rebuild() {
+  ++Start().rebuilds;
+  TearDown();
+  Build();
+}
+
 }  // namespace
 
 CTarsaDoc& FuzzSession::Begin() {
@@ -141,6 +147,8 @@ CTarsaDoc& FuzzSession::Begin() {
     Build();
     std::atexit(TearDown);
   }
+  if (CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(Start().serial_number)) return *doc;
+  Rebuild();
   return *CTarsaDoc::FromRuntimeSerialNumber(Start().serial_number);
 }
 
@@ -156,11 +164,7 @@ void FuzzSession::End() {
   CTarsaStandIn::TakeStanceChanges();
   CTarsaStandIn::TakeScripts();
   CTarsaStandIn::Answers().Reset();
-  if (PutBack()) return;
-  ++Start().rebuilds;
-  CTarsaStandIn::Reset();
-  KorvoPlugIn().RemoveAllDocData();
-  Build();
+  if (!PutBack()) Rebuild();
 }
 
 int FuzzSession::RebuildCount() { return Start().rebuilds; }

@@ -22,5 +22,5 @@ for target in "${targets[@]}"; do
   "build/fuzz/fuzz/$target" -max_total_time="$seconds" -print_final_stats=1 \
     -artifact_prefix="build/fuzz/findings/$target-" \
     "build/fuzz/corpus/$target" "fuzz/corpus/$target" 2>&1 |
-    grep -E "^(stat::number_of_executed_units|stat::peak_rss_mb|==[0-9]+==ERROR|SUMMARY)|Done [0-9]+ runs"
+    grep -E "^(stat::(number_of_executed_units|average_exec_per_sec|peak_rss_mb)|==[0-9]+==ERROR|SUMMARY)|Done [0-9]+ runs"
 done

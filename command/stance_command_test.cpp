@@ -8,9 +8,9 @@
 #include "command/save_flows.h"
 #include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_localize.h"
-#include "host/zefkit/standin/zk_testing.h"
 #include "panel/stances_panel.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

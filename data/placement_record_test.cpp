@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "host/zefkit/standin/zk_testing.h"
 #include "host/zefkit/zk_light.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "host/tarsa/standin/tarsa_standin.h"
 #include "panel/panel_resources.h"
 #include "panel/stances_panel.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

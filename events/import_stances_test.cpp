@@ -3,9 +3,9 @@
 #include <unistd.h>
 
 #include "events/event_watcher.h"
-#include "host/tarsa/standin/tarsa_model_file.h"
 #include "operations/every_object_iterator.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

@@ -27,8 +27,8 @@
 #include <string>
 #include <vector>
 
-#include "host/tarsa/standin/tarsa_model_file.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

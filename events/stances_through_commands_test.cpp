@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "events/event_watcher.h"
-#include "host/tarsa/standin/tarsa_model_file.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "operations/dynamic_access.h"
 
-#include "host/zefkit/standin/zk_testing.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "panel/panel_actions.h"
 
-#include "host/tarsa/standin/tarsa_command_line.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

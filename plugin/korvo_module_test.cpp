@@ -6,12 +6,11 @@
 #include <string>
 
 #include "host/platform/automation.h"
-#include "host/tarsa/standin/tarsa_plugin_loader.h"
 #include "host/tarsa/tarsa_command.h"
 #include "host/tarsa/tarsa_plugin.h"
 #include "host/tarsa/tarsa_stance_dynamic_access.h"
-#include "host/zefkit/standin/zk_point_geometry.h"
 #include "testing/host_session_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

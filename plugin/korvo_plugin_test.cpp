@@ -9,9 +9,9 @@
 
 #include "data/place_holder.h"
 #include "events/event_watcher.h"
-#include "host/tarsa/standin/tarsa_model_file.h"
 #include "testing/model_file_blocks.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/zefkit/standin/zk_testing.h"
 #include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
 
 namespace {
 

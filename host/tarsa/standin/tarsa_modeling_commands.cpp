@@ -82,92 +82,67 @@ class MoveCommand : public ModelingCommand {
   bool m_keep_original;
 };
 
-class DeleteCommand : public ModelingCommand {
+// A command that does the same to each object picked, one object at a time.
+class ObjectCommand : public ModelingCommand {
  public:
-  using ModelingCommand::ModelingCommand;
+  using Action = void (*)(CTarsaDoc& doc, const CTarsaObject& object);
+  ObjectCommand(const wchar_t* name, const char* id, Action action)
+      : ModelingCommand(name, id), m_action(action) {}
 
  protected:
   result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
-    for (const CTarsaObject* object : objects) doc.DeleteObject(CTarsaObjRef(object));
+    for (const CTarsaObject* object : objects) m_action(doc, *object);
     return success;
   }
+
+ private:
+  Action m_action;
 };
 
-class ExplodeCommand : public ModelingCommand {
- public:
-  using ModelingCommand::ModelingCommand;
+void Delete(CTarsaDoc& doc, const CTarsaObject& object) { doc.DeleteObject(CTarsaObjRef(&object)); }
 
- protected:
-  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
-    for (const CTarsaObject* object : objects) {
-      const std::vector<ZK_Geometry*> pieces = Pieces(*object);
-      if (pieces.empty()) continue;
-      for (ZK_Geometry* piece : pieces) {
-        auto* added = new CTarsaObject(piece, NewAttributes(*object));
-        if (!doc.AddObject(added)) delete added;
-      }
-      doc.DeleteObject(CTarsaObjRef(object));
-    }
-    return success;
+// Each piece becomes a new object; an object without pieces stays.
+void Explode(CTarsaDoc& doc, const CTarsaObject& object) {
+  const std::vector<ZK_Geometry*> pieces = Pieces(object);
+  if (pieces.empty()) return;
+  for (ZK_Geometry* piece : pieces) {
+    auto* added = new CTarsaObject(piece, NewAttributes(object));
+    if (!doc.AddObject(added)) delete added;
   }
-};
+  doc.DeleteObject(CTarsaObjRef(&object));
+}
 
-class ReplaceCommand : public ModelingCommand {
- public:
-  using ModelingCommand::ModelingCommand;
+// The rebuilt shape takes the object's place in one replacement.
+void Replace(CTarsaDoc& doc, const CTarsaObject& object) {
+  ZK_Geometry* rebuilt = Rebuilt(object);
+  if (rebuilt == nullptr) return;
+  auto* replacement = new CTarsaObject(rebuilt, object.Attributes());
+  if (!doc.ReplaceObject(CTarsaObjRef(&object), replacement)) delete replacement;
+}
 
- protected:
-  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
-    for (const CTarsaObject* object : objects) {
-      ZK_Geometry* rebuilt = Rebuilt(*object);
-      if (rebuilt == nullptr) continue;
-      auto* replacement = new CTarsaObject(rebuilt, object->Attributes());
-      if (!doc.ReplaceObject(CTarsaObjRef(object), replacement)) delete replacement;
-    }
-    return success;
-  }
-};
+void Duplicate(CTarsaDoc& doc, const CTarsaObject& object) {
+  CTarsaObject* copy = object.Duplicate();
+  if (copy == nullptr) return;
+  copy->SetAttributes(NewAttributes(object));
+  if (!doc.AddObject(copy)) delete copy;
+}
 
-class DuplicateCommand : public ModelingCommand {
- public:
-  using ModelingCommand::ModelingCommand;
-
- protected:
-  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
-    for (const CTarsaObject* object : objects) {
-      CTarsaObject* copy = object->Duplicate();
-      if (copy == nullptr) continue;
-      copy->SetAttributes(NewAttributes(*object));
-      if (!doc.AddObject(copy)) delete copy;
-    }
-    return success;
-  }
-};
-
-class RebuildCommand : public ModelingCommand {
- public:
-  using ModelingCommand::ModelingCommand;
-
- protected:
-  result Run(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
-    for (const CTarsaObject* object : objects) {
-      ZK_Geometry* rebuilt = Rebuilt(*object);
-      if (rebuilt == nullptr) continue;
-      const CTarsaObjectAttributes attributes = NewAttributes(*object);
-      doc.DeleteObject(CTarsaObjRef(object));
-      auto* added = new CTarsaObject(rebuilt, attributes);
-      if (!doc.AddObject(added)) delete added;
-    }
-    return success;
-  }
-};
+// The rebuilt shape comes as a new object after the old one is deleted: two steps, not one.
+void Rebuild(CTarsaDoc& doc, const CTarsaObject& object) {
+  ZK_Geometry* rebuilt = Rebuilt(object);
+  if (rebuilt == nullptr) return;
+  const CTarsaObjectAttributes attributes = NewAttributes(object);
+  doc.DeleteObject(CTarsaObjRef(&object));
+  auto* added = new CTarsaObject(rebuilt, attributes);
+  if (!doc.AddObject(added)) delete added;
+}
 
 MoveCommand theMoveCommand(L"Move", "2B7C9E10-3D4F-4A5B-8C6D-7E8F9A0B1C2D", false);
 MoveCommand theCopyCommand(L"Copy", "3C8D0F21-4E5A-4B6C-9D7E-8F9A0B1C2D3E", true);
-DeleteCommand theDeleteCommand(L"Delete", "4D9E1A32-5F6B-4C7D-8E8F-9A0B1C2D3E4F");
-ExplodeCommand theExplodeCommand(L"Explode", "5EAF2B43-6A7C-4D8E-9F9A-0B1C2D3E4F50");
-RebuildCommand theRebuildCommand(L"Rebuild", "6FB03C54-7B8D-4E9F-8A0B-1C2D3E4F5061");
-ReplaceCommand theReplaceCommand(L"Replace", "70C14D65-8C9E-4FA0-9B1C-2D3E4F506172");
-DuplicateCommand theDuplicateCommand(L"Duplicate", "81D25E76-9DAF-4AB1-8C2D-3E4F50617283");
+ObjectCommand theDeleteCommand(L"Delete", "4D9E1A32-5F6B-4C7D-8E8F-9A0B1C2D3E4F", Delete);
+ObjectCommand theExplodeCommand(L"Explode", "5EAF2B43-6A7C-4D8E-9F9A-0B1C2D3E4F50", Explode);
+ObjectCommand theRebuildCommand(L"Rebuild", "6FB03C54-7B8D-4E9F-8A0B-1C2D3E4F5061", Rebuild);
+ObjectCommand theReplaceCommand(L"Replace", "70C14D65-8C9E-4FA0-9B1C-2D3E4F506172", Replace);
+ObjectCommand theDuplicateCommand(L"Duplicate", "81D25E76-9DAF-4AB1-8C2D-3E4F50617283", Duplicate);
 
 }  // namespace

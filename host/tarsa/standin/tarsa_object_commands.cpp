@@ -148,6 +148,12 @@ class TransformCommand : public ObjectsCommand {
   bool m_rotate;
 };
 
+void SetMode(CTarsaDoc& doc, const CTarsaObject& object, TarsaObjectMode mode) {
+  CTarsaObjectAttributes attributes = object.Attributes();
+  attributes.m_mode = mode;
+  doc.ModifyObjectAttributes(CTarsaObjRef(&object), attributes);
+}
+
 // Hide and Lock: the objects get the mode.
 class ModeCommand : public ObjectsCommand {
  public:
@@ -156,11 +162,7 @@ class ModeCommand : public ObjectsCommand {
 
  protected:
   result Change(CTarsaDoc& doc, const std::vector<const CTarsaObject*>& objects) override {
-    for (const CTarsaObject* object : objects) {
-      CTarsaObjectAttributes attributes = object->Attributes();
-      attributes.m_mode = m_mode;
-      doc.ModifyObjectAttributes(CTarsaObjRef(object), attributes);
-    }
+    for (const CTarsaObject* object : objects) SetMode(doc, *object, m_mode);
     return success;
   }
 
@@ -183,11 +185,7 @@ class NormalCommand : public HostCommand {
     for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
       if (object->Attributes().m_mode == m_from) changed.push_back(object);
     }
-    for (const CTarsaObject* object : changed) {
-      CTarsaObjectAttributes attributes = object->Attributes();
-      attributes.m_mode = TarsaObjectMode::normal;
-      doc.ModifyObjectAttributes(CTarsaObjRef(object), attributes);
-    }
+    for (const CTarsaObject* object : changed) SetMode(doc, *object, TarsaObjectMode::normal);
     TarsaApp().Print(
         m_from == TarsaObjectMode::hidden ? L"%d objects shown.\n" : L"%d objects unlocked.\n",
         static_cast<int>(changed.size()));

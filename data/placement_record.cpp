@@ -135,10 +135,15 @@ bool CKorvoUserData::Transform(const ZK_Xform& xform) {
 bool CKorvoUserData::HasEntry(const ZK_UUID& id) const { return IndexOf(id) >= 0; }
 
 bool CKorvoUserData::GetXform(const ZK_UUID& id, ZK_Xform& xform) const {
-  const int index = IndexOf(id);
-  if (index < 0) return false;
-  xform = m_entries[index]->m_xform;
+  const ZK_Xform* saved = FindXform(id);
+  if (saved == nullptr) return false;
+  xform = *saved;
   return true;
+}
+
+const ZK_Xform* CKorvoUserData::FindXform(const ZK_UUID& id) const {
+  const int index = IndexOf(id);
+  return index < 0 ? nullptr : &m_entries[index]->m_xform;
 }
 
 bool CKorvoUserData::SetXform(const ZK_UUID& id, const ZK_Xform& xform) {

@@ -64,6 +64,9 @@ class CKorvoUserData : public ZK_UserData {
   bool HasEntry(const ZK_UUID& id) const;
   // True and `xform` receives the saved transform when the stance has an entry.
   bool GetXform(const ZK_UUID& id, ZK_Xform& xform) const;
+  // The saved transform of the stance, inside the record and valid until the record next
+  // changes; null when the stance has no entry.
+  const ZK_Xform* FindXform(const ZK_UUID& id) const;
   // True when the stance had an entry, which now holds `xform`; false and no change otherwise.
   bool SetXform(const ZK_UUID& id, const ZK_Xform& xform);
   // Appends an entry; callers test HasEntry first, since the record keeps one entry per stance.

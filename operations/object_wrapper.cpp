@@ -23,14 +23,23 @@ bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
   return true;
 }
 
-}  // namespace
-
-CKorvoObjectWrapper::CKorvoObjectWrapper(const CTarsaObject* object)
-    : m_object(object), m_working_copy(nullptr) {}
-
-CKorvoObjectWrapper::~CKorvoObjectWrapper() {
-  if (m_working_copy) Commit();
+// The transform that takes an object placed by `current` back to `saved`: saved * current^-1,
+// kept affine.
+ZK_Xform MoveBack(const ZK_Xform& current, const ZK_Xform& saved) {
+  if (current.IsAffine() && saved.IsAffine() && current.IsTranslation() && saved.IsTranslation()) {
+    // The product below comes to exactly this for two moves, without building the inverse.
+    return ZK_Xform::Translation(saved(0, 3) - current(0, 3), saved(1, 3) - current(1, 3),
+                                 saved(2, 3) - current(2, 3));
+  }
+  ZK_Xform move = saved * current.Inverse();
+  move(3, 0) = 0.0;
+  move(3, 1) = 0.0;
+  move(3, 2) = 0.0;
+  move(3, 3) = 1.0;
+  return move;
 }
+
+}  // namespace
 
 CKorvoUserData* CKorvoObjectWrapper::GetRecord() const {
   if (IsLight()) {
@@ -91,20 +100,17 @@ bool CKorvoObjectWrapper::Commit() {
 }
 
 bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
-  CTarsaDoc* doc = Document();
-  if (doc == nullptr || m_object == nullptr) return false;
   const CKorvoUserData* record = GetRecord();
-  ZK_Xform stored;
-  if (record == nullptr || !record->GetXform(stance_id, stored)) return false;
+  const ZK_Xform* saved = record ? record->FindXform(stance_id) : nullptr;
+  if (saved == nullptr || Document() == nullptr) return false;
   const ZK_Xform& current = record->m_accumulated_xform;
-  if (SamePlacement(stored, current)) return true;
-  ZK_Xform move = stored * current.Inverse();
-  move(3, 0) = 0.0;
-  move(3, 1) = 0.0;
-  move(3, 2) = 0.0;
-  move(3, 3) = 1.0;
+  return SamePlacement(*saved, current) || MoveBy(MoveBack(current, *saved));
+}
+
+bool CKorvoObjectWrapper::MoveBy(const ZK_Xform& move) {
   if (!Commit()) return false;
-  const CTarsaObject* moved = doc->TransformObject(CTarsaObjRef(m_object), move, true, true, false);
+  const CTarsaObject* moved =
+      Document()->TransformObject(CTarsaObjRef(m_object), move, true, true, false);
   if (moved == nullptr) return false;
   // Like every replacement's new half, the moved object keeps no last transform to take out.
   if (CKorvoUserData* moved_record = CKorvoUserData::Of(moved))

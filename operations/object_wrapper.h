@@ -11,8 +11,12 @@
 class CKorvoObjectWrapper {
  public:
   // Binds the wrapper to `object`, which may be null; the wrapper does not own it.
-  explicit CKorvoObjectWrapper(const CTarsaObject* object);
-  virtual ~CKorvoObjectWrapper();
+  // Inline, as a loop makes one wrapper per object.
+  explicit CKorvoObjectWrapper(const CTarsaObject* object)
+      : m_object(object), m_working_copy(nullptr) {}
+  virtual ~CKorvoObjectWrapper() {
+    if (m_working_copy) Commit();
+  }
   CKorvoObjectWrapper(const CKorvoObjectWrapper&) = delete;
   CKorvoObjectWrapper& operator=(const CKorvoObjectWrapper&) = delete;
 
@@ -38,5 +42,8 @@ class CKorvoObjectWrapper {
  private:
   CTarsaDoc* Document() const;
   bool IsLight() const;
+  // ApplyStance's move, apart so that the far more common object already in place costs no more
+  // than the look-up and the comparison.
+  bool MoveBy(const ZK_Xform& move);
   void DestroyWorkingCopy();
 };

@@ -10,8 +10,10 @@ struct CTarsaDoc::UndoEntry {
   enum Kind { add, remove, replace, attributes, custom };
   Kind kind = add;
   size_t slot = 0;
-  std::unique_ptr<CTarsaObject> other;              // replace: the object out of the slot
-  CTarsaObjectAttributes other_attributes;          // attributes: the attributes to swap in
+  std::unique_ptr<CTarsaObject> other;  // replace: the object out of the slot
+  // attributes: the attributes to swap in; apart, so that the entries of a step that replaces
+  // many objects stay small as the step's list grows.
+  std::unique_ptr<CTarsaObjectAttributes> other_attributes;
   std::unique_ptr<CTarsaUndoEventHandler> handler;  // custom
 };
 
@@ -96,7 +98,7 @@ bool CTarsaDoc::AddObject(CTarsaObject* object, bool reference) {
   m_slot_stamps.push_back(++m_stamp);
   m_slot_of_id[object->ModelObjectId()] = slot;
   Attach(*object, reference);
-  Record(UndoEntry{UndoEntry::add, slot, nullptr, {}, nullptr});
+  Record(UndoEntry{UndoEntry::add, slot, nullptr, nullptr, nullptr});
   Notify([this, object](CTarsaEventWatcher& w) { w.OnAddObject(*this, *object); });
   return true;
 }
@@ -106,7 +108,8 @@ bool CTarsaDoc::DeleteObject(const CTarsaObjRef& ref, bool, bool ignore_modes) {
   if (object == nullptr || object->m_deleted) return false;
   if (!ignore_modes && object->ObjectState() == CTarsaObject::locked_object) return false;
   SetDeleted(*object, true);
-  Record(UndoEntry{UndoEntry::remove, m_slot_of_id[object->ModelObjectId()], nullptr, {}, nullptr});
+  Record(UndoEntry{UndoEntry::remove, m_slot_of_id[object->ModelObjectId()], nullptr, nullptr,
+                   nullptr});
   Notify([this, object](CTarsaEventWatcher& w) { w.OnDeleteObject(*this, *object); });
   return true;
 }
@@ -127,7 +130,7 @@ bool CTarsaDoc::ReplaceObject(const CTarsaObjRef& ref, CTarsaObject* new_object,
 
   const size_t slot = m_slot_of_id[old_object->ModelObjectId()];
   // Recorded before the swap announces it; the entry receives the old object once it is out.
-  UndoEntry* entry = Record(UndoEntry{UndoEntry::replace, slot, nullptr, {}, nullptr});
+  UndoEntry* entry = Record(UndoEntry{UndoEntry::replace, slot, nullptr, nullptr, nullptr});
   const size_t index = entry ? static_cast<size_t>(entry - m_recording->entries.data()) : 0;
   std::unique_ptr<CTarsaObject> other(new_object);
   SwapIntoSlot(slot, other);
@@ -164,7 +167,7 @@ bool CTarsaDoc::ModifyObjectAttributes(const CTarsaObjRef& ref,
   object->m_attributes.m_uuid = old_attributes.m_uuid;
   if (object->ObjectState() != CTarsaObject::normal_object) SetSelection(*object, 0);
   Record(UndoEntry{UndoEntry::attributes, m_slot_of_id[object->ModelObjectId()], nullptr,
-                   old_attributes, nullptr});
+                   std::make_unique<CTarsaObjectAttributes>(old_attributes), nullptr});
   Notify([this, object, &old_attributes](CTarsaEventWatcher& w) {
     w.OnModifyObjectAttributes(*this, *object, old_attributes);
   });
@@ -249,7 +252,7 @@ void CTarsaDoc::ClearUndo() {
 bool CTarsaDoc::AddCustomUndoEvent(CTarsaUndoEventHandler* handler, const wchar_t*) {
   std::unique_ptr<CTarsaUndoEventHandler> owned(handler);
   if (!owned || !m_recording || m_undo_active || m_redo_active) return false;
-  Record(UndoEntry{UndoEntry::custom, 0, nullptr, {}, std::move(owned)});
+  Record(UndoEntry{UndoEntry::custom, 0, nullptr, nullptr, std::move(owned)});
   return true;
 }
 
@@ -308,8 +311,8 @@ void CTarsaDoc::Revert(UndoStep& step, UndoEntry& entry, bool redo) {
       break;
     }
     case UndoEntry::attributes: {
-      std::swap(object->m_attributes, entry.other_attributes);
-      const CTarsaObjectAttributes& previous = entry.other_attributes;
+      std::swap(object->m_attributes, *entry.other_attributes);
+      const CTarsaObjectAttributes& previous = *entry.other_attributes;
       Notify([this, object, &previous](CTarsaEventWatcher& w) {
         w.OnModifyObjectAttributes(*this, *object, previous);
       });

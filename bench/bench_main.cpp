@@ -4,6 +4,7 @@
 
 #include <malloc.h>
 
+#include <climits>
 #include <cstdio>
 #include <map>
 #include <string>
@@ -65,11 +66,14 @@ int AddRatioRow(const RatioRow& row) {
 }
 
 int main(int argc, char** argv) {
-  // Frees return memory to the allocator's bins at once instead of queueing small blocks for a
-  // later merge, which glibc runs inside whichever allocation next asks for a large block: an
-  // operation would otherwise pay for what the untimed set-up before it freed, and a baseline
-  // that never asks for a large block would not.
+  // The allocator keeps one policy for every benchmark: a freed block is merged when it is
+  // freed, not queued for a merge that glibc runs inside whichever allocation next asks for a
+  // large block (an operation would otherwise pay for what the untimed set-up before it freed);
+  // and freed memory stays with the process, so that no timed side pays for faulting in again
+  // pages that an untimed free gave back to the system.
   mallopt(M_MXFAST, 0);
+  mallopt(M_TRIM_THRESHOLD, INT_MAX);
+  mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   LoadStancePlugIn();

@@ -1,5 +1,7 @@
 #include "bench/bench_model.h"
 
+#include <unistd.h>
+
 #include "data/placement_record.h"
 #include "data/stance_table.h"
 #include "host/tarsa/standin/tarsa_model_file.h"
@@ -52,7 +54,8 @@ bool BenchModel::AtStart() const {
 }
 
 std::string BenchModel::SaveAs(const char* name) const {
-  const std::string path = std::string("/tmp/korvo_bench_") + name + ".tsm";
+  // The process id keeps apart the files of two benchmark programs running at once.
+  const std::string path = "/tmp/korvo_bench_" + std::to_string(getpid()) + "_" + name + ".tsm";
   std::wstring error;
   TsWriteModelFile(*m_doc, path, error);
   return path;

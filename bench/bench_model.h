@@ -31,7 +31,7 @@ class BenchModel {
   void MoveAll();
   // True when object 0 is at its first place.
   bool AtStart() const;
-  // Saves the document to a file of this name under /tmp: the path.
+  // Saves the document to a file under /tmp named after `name` and the process: the path.
   std::string SaveAs(const char* name) const;
 
  private:

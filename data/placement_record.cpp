@@ -1,5 +1,7 @@
 #include "data/placement_record.h"
 
+#include <algorithm>
+
 #include "data/place_holder.h"
 #include "host/tarsa/tarsa_object.h"
 #include "plugin/korvo_plugin.h"
@@ -108,6 +110,7 @@ bool CKorvoUserData::Read(ZK_BinaryArchive& archive) {
       !archive.ReadInt(count)) {
     return false;
   }
+  ReserveForRead(count, archive.BytesLeft());
   for (int i = 0; i < count; ++i) {
     ZK_UUID id;
     ZK_Xform xform;
@@ -115,6 +118,17 @@ bool CKorvoUserData::Read(ZK_BinaryArchive& archive) {
     Add(id, xform);
   }
   return true;
+}
+
+void CKorvoUserData::ReserveForRead(int count, size_t bytes_left) {
+  // Never more than the bytes left could hold, whatever a damaged count says; and, as a copy
+  // keeps, room for one entry more.
+  const size_t entry_bytes = sizeof(ZK_UUID) + sizeof(ZK_Xform);
+  const int fits = static_cast<int>(
+      std::min<size_t>(count > 0 ? static_cast<size_t>(count) : 0, bytes_left / entry_bytes));
+  const int wanted = static_cast<int>(m_entries.GetSize()) + fits + 1;
+  if (wanted > m_storage_capacity) Regrow(wanted);
+  m_entries.SetSize(m_entries.GetSize(), fits + 1);
 }
 
 bool CKorvoUserData::GetDescription(ZK_wString& description) {

@@ -90,6 +90,8 @@ class CKorvoUserData : public ZK_UserData {
   // Moves the entries, in order, into new storage with room for at least `capacity`; the slots
   // of removed entries are left behind.
   void Regrow(int capacity);
+  // Room for the `count` entries a read announces, as far as `bytes_left` can hold them.
+  void ReserveForRead(int count, size_t bytes_left);
 
   // The entries live in one block that the record owns, so that a copy of a record costs one
   // allocation for its entries, however many there are. A removed entry's slot stays unused until

@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Builds the normal build and runs every benchmark, then prints the table of ratios against their
-# baselines with the goal beside each. Extra arguments go to the benchmark program, for example
-#   scripts/bench.sh --benchmark_filter=Restore
+# baselines with the goal beside each. Every benchmark runs in its own process, once in each of
+# three rounds, and keeps its fastest time. Extra arguments go to the benchmark program, for
+# example
+#   scripts/bench.sh --benchmark_filter=Restore --rounds=5
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh
 cmake --preset default >/dev/null
 cmake --build build/default --target korvo_bench
-build/default/bench/korvo_bench --benchmark_color=false "$@"
+build/default/bench/korvo_bench --benchmark_min_time=0.2 "$@"

@@ -39,14 +39,12 @@ class CArray {
   // Empties the array and releases its storage.
   void RemoveAll() { std::vector<TYPE>().swap(m_items); }
   void SetSize(INT_PTR size) { m_items.resize(static_cast<std::size_t>(size)); }
-  // The same; storage that must grow for it gets room for `grow_by` elements more, so that as
-  // many Add calls follow without another allocation.
+  // The same, with room for `grow_by` elements more, so that as many Add calls follow without
+  // another allocation.
   void SetSize(INT_PTR size, INT_PTR grow_by) {
-    const auto wanted = static_cast<std::size_t>(size);
-    if (wanted > m_items.capacity() && grow_by > 0) {
-      m_items.reserve(wanted + static_cast<std::size_t>(grow_by));
-    }
-    m_items.resize(wanted);
+    const auto wanted = static_cast<std::size_t>(size + (grow_by > 0 ? grow_by : 0));
+    if (wanted > m_items.capacity()) m_items.reserve(wanted);
+    m_items.resize(static_cast<std::size_t>(size));
   }
 
  private:

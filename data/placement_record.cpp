@@ -168,8 +168,14 @@ bool CKorvoUserData::SetXform(const ZK_UUID& id, const ZK_Xform& xform) {
 }
 
 void CKorvoUserData::Add(const ZK_UUID& id, const ZK_Xform& xform) {
-  if (m_storage_used == m_storage_capacity) Regrow(2 * static_cast<int>(m_entries.GetSize()) + 2);
-  USER_DATA* entry = &m_storage[m_storage_used++];
+  USER_DATA* entry = nullptr;
+  if (m_free_slot >= 0) {
+    entry = &m_storage[m_free_slot];
+    m_free_slot = -1;
+  } else {
+    if (m_storage_used == m_storage_capacity) Regrow(2 * static_cast<int>(m_entries.GetSize()) + 2);
+    entry = &m_storage[m_storage_used++];
+  }
   *entry = {id, xform};
   m_entries.Add(entry);
 }
@@ -177,6 +183,7 @@ void CKorvoUserData::Add(const ZK_UUID& id, const ZK_Xform& xform) {
 bool CKorvoUserData::Remove(const ZK_UUID& id) {
   const int index = IndexOf(id);
   if (index < 0) return false;
+  m_free_slot = static_cast<int>(m_entries[index] - m_storage.get());
   m_entries.RemoveAt(index);
   return true;
 }
@@ -184,6 +191,7 @@ bool CKorvoUserData::Remove(const ZK_UUID& id) {
 void CKorvoUserData::RemoveAll() {
   m_entries.RemoveAll();
   m_storage_used = 0;
+  m_free_slot = -1;
 }
 
 void CKorvoUserData::Regrow(int capacity) {
@@ -196,6 +204,7 @@ void CKorvoUserData::Regrow(int capacity) {
   m_storage = std::move(storage);
   m_storage_capacity = capacity;
   m_storage_used = count;
+  m_free_slot = -1;
 }
 
 void CKorvoUserData::SetIdentity() {

@@ -94,9 +94,12 @@ class CKorvoUserData : public ZK_UserData {
   void ReserveForRead(int count, size_t bytes_left);
 
   // The entries live in one block that the record owns, so that a copy of a record costs one
-  // allocation for its entries, however many there are. A removed entry's slot stays unused until
-  // the block is next regrown.
+  // allocation for its entries, however many there are. The slot of the entry removed last is
+  // the next Add's, so that replacing an entry (an import gives each a new id) takes no room;
+  // other removed entries' slots stay unused until the block is next regrown. m_entries keeps the
+  // order; the slots need not follow it.
   std::unique_ptr<USER_DATA[]> m_storage;
   int m_storage_capacity = 0;
   int m_storage_used = 0;
+  int m_free_slot = -1;  // the slot of the entry removed last, or -1
 };

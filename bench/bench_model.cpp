@@ -12,6 +12,11 @@
 
 void LoadStancePlugIn() { CTarsaStandIn::LoadPlugIn(KorvoPlugIn()); }
 
+void CloseBenchDocument(unsigned int serial_number) {
+  CTarsaStandIn::CloseDocument(serial_number);
+  KorvoPlugIn().RemoveAllDocData();
+}
+
 BenchModel::BenchModel(int objects, int stances, int entries)
     : m_doc(CTarsaStandIn::NewDocument()) {
   CKorvoDocData& table = *KorvoPlugIn().DocData(m_doc->RuntimeSerialNumber());
@@ -36,7 +41,7 @@ BenchModel::BenchModel(int objects, int stances, int entries)
   }
 }
 
-BenchModel::~BenchModel() { CTarsaStandIn::CloseDocument(m_doc->RuntimeSerialNumber()); }
+BenchModel::~BenchModel() { CloseBenchDocument(m_doc->RuntimeSerialNumber()); }
 
 ZK_SimpleArray<const CTarsaObject*> BenchModel::Objects() const {
   ZK_SimpleArray<const CTarsaObject*> objects;

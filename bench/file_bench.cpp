@@ -50,12 +50,12 @@ void Open(benchmark::State& state, bool plug_in_loaded) {
   if (doc == nullptr || StanceCount(*doc) != kStances) {
     state.SkipWithError("the model did not open with its stances");
   }
-  if (doc) CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
+  if (doc) CloseBenchDocument(doc->RuntimeSerialNumber());
   if (!plug_in_loaded) CTarsaStandIn::UnloadPlugIn(KorvoPlugIn());
   for (auto _ : state) {
     doc = CTarsaStandIn::OpenDocument(file.Path(), error);
     state.PauseTiming();
-    CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
+    CloseBenchDocument(doc->RuntimeSerialNumber());
     state.ResumeTiming();
   }
   LoadStancePlugIn();
@@ -129,7 +129,7 @@ void BM_MergeAndRekeyEveryEntry(benchmark::State& state) {
     }
     state.PauseTiming();
     LoadStancePlugIn();
-    CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
+    CloseBenchDocument(doc->RuntimeSerialNumber());
     state.ResumeTiming();
   }
 }
@@ -142,11 +142,11 @@ void BM_WriteAndReadFile(benchmark::State& state) {
   if (doc == nullptr || ReadEveryEntry(*doc) != kEntries * state.range(0)) {
     state.SkipWithError("the file did not open with every entry");
   }
-  if (doc) CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
+  if (doc) CloseBenchDocument(doc->RuntimeSerialNumber());
   for (auto _ : state) {
     doc = CTarsaStandIn::OpenDocument(model.SaveAs("write_read"), error);
     state.PauseTiming();
-    CTarsaStandIn::CloseDocument(doc->RuntimeSerialNumber());
+    CloseBenchDocument(doc->RuntimeSerialNumber());
     state.ResumeTiming();
   }
   std::remove(model.SaveAs("write_read").c_str());

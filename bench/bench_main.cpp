@@ -2,21 +2,27 @@
 // Google Benchmark's, and --rounds=N (3 when not given); --benchmark_filter=REGEX keeps the
 // benchmarks whose "name/size" it matches.
 //
-// Each benchmark at each size runs in a child process forked from the same parent, after the
-// plug-in is loaded and before anything else is allocated, so that every run starts from the
-// same heap. Run one after another in one process, a benchmark finds the heap as the benchmarks
-// before it left it, and rows moved by a fifth from one run of the program to the next with
-// the order of what ran before them. Every benchmark runs once in each of N rounds and keeps its
-// fastest time: what the machine's other work adds to a run only ever slows it, and the rounds
-// spread each pair's runs over the whole time the program runs.
+// Each benchmark at each size runs in a child process forked from the same parent once the
+// plug-in is loaded, so that every run starts from nearly the same heap (the parent adds only the
+// times it keeps). Run one after another in one process, a benchmark found the heap as the
+// benchmarks before it left it, and rows moved by a fifth from one run of the program to the
+// next with the order of what ran before them. A child that fails is reported, its rows are
+// missing from the table, and the program exits with 1. Every benchmark runs once in each of N
+// rounds and keeps its fastest time: what the machine's other work adds to a run only ever slows
+// it, and the rounds spread each pair's runs over the whole time the program runs.
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <iostream>
 #include <map>
 #include <regex>
 #include <sstream>
@@ -32,9 +38,6 @@ std::vector<RatioRow>& Rows() {
   static std::vector<RatioRow> rows;
   return rows;
 }
-
-// Every size a benchmark is registered at: the model sizes, and the panel's numbers of stances.
-const int kSizes[] = {1000, 10000, 100000};
 
 // The processor time of one iteration: unlike the wall-clock time, it does not count what other
 // programs on the machine take.
@@ -80,36 +83,95 @@ class ChildReporter : public benchmark::ConsoleReporter {
 // The time of every run by benchmark and size, as the children report them.
 using Times = std::map<std::string, std::map<std::string, double>>;
 
-// Runs the benchmarks that `spec` selects in a child process and adds their times. False when the
-// child could not be started.
-bool RunInChild(const std::string& spec, bool first, Times& times) {
+// Runs `work` in a child process forked from this one and collects what it writes to the stream
+// it is given. True when the child ran and exited with status 0; false, with `failure` saying
+// how it ended, otherwise.
+bool RunInChild(const std::function<void(FILE*)>& work, std::string& output, std::string& failure) {
   int pipe_ends[2];
-  if (pipe(pipe_ends) != 0) return false;
+  if (pipe(pipe_ends) != 0) {
+    failure = "could not make a pipe";
+    return false;
+  }
   std::fflush(stdout);
+  std::cout.flush();
   const pid_t child = fork();
-  if (child < 0) return false;
+  if (child < 0) {
+    close(pipe_ends[0]);
+    close(pipe_ends[1]);
+    failure = "could not start a process";
+    return false;
+  }
   if (child == 0) {
     close(pipe_ends[0]);
     FILE* to_parent = fdopen(pipe_ends[1], "w");
-    ChildReporter reporter(to_parent, first);
-    benchmark::RunSpecifiedBenchmarks(&reporter, spec);
+    if (to_parent == nullptr) _exit(2);
+    work(to_parent);
     std::fflush(stdout);
-    std::fclose(to_parent);
-    _exit(0);
+    std::cout.flush();
+    _exit(std::fclose(to_parent) == 0 ? 0 : 2);
   }
   close(pipe_ends[1]);
-  FILE* from_child = fdopen(pipe_ends[0], "r");
-  char name[256];
-  char size[64];
+  char buffer[4096];
+  for (ssize_t got; (got = read(pipe_ends[0], buffer, sizeof buffer)) != 0;) {
+    if (got > 0) output.append(buffer, static_cast<size_t>(got));
+    if (got < 0 && errno != EINTR) break;
+  }
+  close(pipe_ends[0]);
+  int status = 0;
+  if (waitpid(child, &status, 0) != child) {
+    failure = "was lost";
+    return false;
+  }
+  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return true;
+  failure = WIFSIGNALED(status) ? "ended by signal " + std::to_string(WTERMSIG(status))
+                                : "ended with status " + std::to_string(WEXITSTATUS(status));
+  return false;
+}
+
+// Every registered benchmark at every size it is registered at ("BM_Restore/1000"), as the
+// library lists them, in a child, so that listing leaves nothing behind here. Empty when the
+// listing failed.
+std::vector<std::string> RegisteredInstances() {
+  std::string listed;
+  std::string failure;
+  const bool listed_all = RunInChild(
+      [](FILE* to_parent) {
+        dup2(fileno(to_parent), STDOUT_FILENO);
+        char program[] = "korvo_bench";
+        char list[] = "--benchmark_list_tests=true";
+        char* arguments[] = {program, list, nullptr};
+        int count = 2;
+        benchmark::Initialize(&count, arguments);
+        benchmark::RunSpecifiedBenchmarks(std::string("."));
+      },
+      listed, failure);
+  std::vector<std::string> instances;
+  std::istringstream lines(listed);
+  for (std::string line; listed_all && std::getline(lines, line);) {
+    if (!line.empty()) instances.push_back(line);
+  }
+  return instances;
+}
+
+// Runs one benchmark instance in a child and keeps, for each of its runs, the fastest time so
+// far. True when the child finished; false, with `failure` saying how it ended, otherwise.
+bool RunInstance(const std::string& instance, bool first, Times& times, std::string& failure) {
+  std::string reported;
+  const bool finished = RunInChild(
+      [&instance, first](FILE* to_parent) {
+        ChildReporter reporter(to_parent, first);
+        benchmark::RunSpecifiedBenchmarks(&reporter, "^" + instance + "$");
+      },
+      reported, failure);
+  std::istringstream lines(reported);
+  std::string name;
+  std::string size;
   double seconds = 0;
-  while (std::fscanf(from_child, "%255s %63s %lf", name, size, &seconds) == 3) {
+  while (lines >> name >> size >> seconds) {
     auto [kept, added] = times[name].emplace(size, seconds);
     if (!added && seconds < kept->second) kept->second = seconds;
   }
-  std::fclose(from_child);
-  int status = 0;
-  waitpid(child, &status, 0);
-  return true;
+  return finished;
 }
 
 // Takes --rounds=N out of the arguments: N, or `rounds` when it is not there; 0 when N is not a
@@ -131,17 +193,23 @@ int TakeRounds(int& argc, char** argv, int rounds) {
   return rounds;
 }
 
-// Every benchmark the rows name, each once, in the order of the rows.
-std::vector<std::string> BenchmarkNames() {
-  std::vector<std::string> names;
+// The registered instances of the benchmarks the rows name whose "name/size" `wanted` matches,
+// in the order of the rows, each once.
+std::vector<std::string> SelectedInstances(const std::regex& wanted) {
+  const std::vector<std::string> registered = RegisteredInstances();
+  std::vector<std::string> selected;
   for (const RatioRow& row : Rows()) {
-    for (const char* name : {row.m_measured, row.m_baseline}) {
-      bool known = false;
-      for (const std::string& seen : names) known = known || seen == name;
-      if (!known) names.push_back(name);
+    for (const std::string name : {row.m_measured, row.m_baseline}) {
+      for (const std::string& instance : registered) {
+        if (instance.compare(0, name.size() + 1, name + "/") != 0) continue;
+        if (!std::regex_search(instance, wanted)) continue;
+        if (std::find(selected.begin(), selected.end(), instance) == selected.end()) {
+          selected.push_back(instance);
+        }
+      }
     }
   }
-  return names;
+  return selected;
 }
 
 void PrintTable(const Times& times) {
@@ -167,15 +235,35 @@ int AddRatioRow(const RatioRow& row) {
   return static_cast<int>(Rows().size());
 }
 
+// True when an argument starts with `flag`.
+bool HasFlag(int argc, char** argv, const char* flag) {
+  for (int i = 1; i < argc; ++i) {
+    if (std::strncmp(argv[i], flag, std::strlen(flag)) == 0) return true;
+  }
+  return false;
+}
+
 int main(int argc, char** argv) {
-  // The allocator keeps one policy for every benchmark: a freed block is merged when it is
-  // freed, not queued for a merge that glibc runs inside whichever allocation next asks for a
-  // large block (an operation would otherwise pay for what the untimed set-up before it freed);
-  // and freed memory stays with the process, so that no timed side pays for faulting in again
-  // pages that an untimed free gave back to the system.
+  // The allocator keeps one policy for every benchmark: a freed block (but the few of each size
+  // the thread's cache holds) is merged when it is freed, not queued for a merge that glibc runs
+  // inside whichever allocation next asks for a large block (an operation would otherwise pay for
+  // what the untimed set-up before it freed); and freed memory stays with the process, but for
+  // blocks of 32 MB or more, so that no timed side pays for faulting in again pages that an
+  // untimed free gave back to the system.
   mallopt(M_MXFAST, 0);
   mallopt(M_TRIM_THRESHOLD, INT_MAX);
   mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
+  if (HasFlag(argc, argv, "--benchmark_list_tests")) {
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+  }
+  if (HasFlag(argc, argv, "--benchmark_out")) {
+    std::fprintf(stderr,
+                 "korvo_bench: --benchmark_out is not supported: each benchmark runs in "
+                 "a process of its own\n");
+    return 1;
+  }
   const int rounds = TakeRounds(argc, argv, 3);
   if (rounds == 0) {
     std::fprintf(stderr, "korvo_bench: --rounds takes a number from 1 to 100\n");
@@ -192,23 +280,25 @@ int main(int argc, char** argv) {
                  filter.c_str());
     return 1;
   }
+  const std::vector<std::string> instances = SelectedInstances(wanted);
+  if (instances.empty()) {
+    std::fprintf(stderr, "korvo_bench: no benchmark of the table matches \"%s\"\n", filter.c_str());
+    return 1;
+  }
   LoadStancePlugIn();
   Times times;
-  bool first = true;
+  int failed = 0;
   for (int round = 0; round < rounds; ++round) {
-    for (const std::string& name : BenchmarkNames()) {
-      for (const int size : kSizes) {
-        const std::string instance = name + "/" + std::to_string(size);
-        if (!std::regex_search(instance, wanted)) continue;
-        if (!RunInChild("^" + instance + "$", first, times)) {
-          std::fprintf(stderr, "korvo_bench: could not start a process for %s\n", instance.c_str());
-          return 1;
-        }
-        first = false;
+    for (const std::string& instance : instances) {
+      std::string failure;
+      if (RunInstance(instance, round == 0 && instance == instances.front(), times, failure)) {
+        continue;
       }
+      std::fprintf(stderr, "korvo_bench: %s %s\n", instance.c_str(), failure.c_str());
+      ++failed;
     }
   }
   PrintTable(times);
   benchmark::Shutdown();
-  return 0;
+  return failed == 0 ? 0 : 1;
 }

@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <utility>
+#include <vector>
+
 #include "data/placement_record.h"
 #include "data/stance_table.h"
 #include "host/tarsa/standin/tarsa_model_file.h"
@@ -14,7 +17,14 @@ void LoadStancePlugIn() { CTarsaStandIn::LoadPlugIn(KorvoPlugIn()); }
 
 void CloseBenchDocument(unsigned int serial_number) {
   CTarsaStandIn::CloseDocument(serial_number);
+  // The registry only empties whole: the tables of documents still open go back in afterwards.
+  std::vector<std::pair<unsigned int, CKorvoDocData>> open_tables;
+  for (CTarsaDoc* doc : CTarsaStandIn::Documents()) {
+    const unsigned int serial = doc->RuntimeSerialNumber();
+    open_tables.emplace_back(serial, *KorvoPlugIn().DocData(serial));
+  }
   KorvoPlugIn().RemoveAllDocData();
+  for (const auto& [serial, table] : open_tables) *KorvoPlugIn().DocData(serial) = table;
 }
 
 BenchModel::BenchModel(int objects, int stances, int entries)

@@ -14,7 +14,7 @@
 void LoadStancePlugIn();
 // Closes the document, and drops the stance tables the plug-in keeps for closed documents, so
 // that a benchmark that opens a document a round measures no registry growing by a table a
-// round. For benchmarks that have one document open at a time.
+// round. The documents still open keep their tables.
 void CloseBenchDocument(unsigned int serial_number);
 
 class BenchModel {

@@ -1,7 +1,8 @@
 // CKorvoDocDataMap: the document registry, which keeps one stance table per document and finds it
 // by the document's runtime serial number. The plug-in object owns the registry (its
 // m_doc_data_map); the registry owns every table from the first request for its serial number
-// until the registry is emptied, when the plug-in object goes. Closing a document removes nothing.
+// until the registry is emptied (RemoveAll: when the plug-in object goes, or when a test session
+// asks). Closing a document removes nothing.
 //
 // A hash map of 256 buckets, each a chain of nodes, the bucket chosen by the low 8 bits of the
 // kernel's CRC16 of the key. Nodes come from blocks of 1024 taken from the kernel's allocator and

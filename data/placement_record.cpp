@@ -9,6 +9,8 @@
 namespace {
 
 const int kVersion = 0;
+// An entry as Write puts it in an archive: a uuid and sixteen doubles.
+const size_t kArchivedEntryBytes = 16 + 16 * 8;
 
 }  // namespace
 
@@ -123,9 +125,8 @@ bool CKorvoUserData::Read(ZK_BinaryArchive& archive) {
 void CKorvoUserData::ReserveForRead(int count, size_t bytes_left) {
   // Never more than the bytes left could hold, whatever a damaged count says; and, as a copy
   // keeps, room for one entry more.
-  const size_t entry_bytes = sizeof(ZK_UUID) + sizeof(ZK_Xform);
-  const int fits = static_cast<int>(
-      std::min<size_t>(count > 0 ? static_cast<size_t>(count) : 0, bytes_left / entry_bytes));
+  const int fits = static_cast<int>(std::min<size_t>(count > 0 ? static_cast<size_t>(count) : 0,
+                                                     bytes_left / kArchivedEntryBytes));
   const int wanted = static_cast<int>(m_entries.GetSize()) + fits + 1;
   if (wanted > m_storage_capacity) Regrow(wanted);
   m_entries.SetSize(m_entries.GetSize(), fits + 1);

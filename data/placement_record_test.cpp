@@ -151,8 +151,8 @@ TEST_F(PlacementRecordTest, ReadRefusesANewerVersionUnreadAndKeepsTheEntriesRead
     const size_t complete = cut < header ? 0 : (cut - header) / entry;
     EXPECT_EQ(static_cast<size_t>(read.m_entries.GetSize()), complete) << cut;
   }
-  // A damaged count far beyond the bytes: the entries there are read, and nothing is set aside
-  // for the rest.
+  // A damaged count far beyond the bytes: the entries there are read, and the record does not try
+  // to set aside room for the rest (which could not be had).
   std::vector<unsigned char> inflated = bytes;
   for (size_t i = 0; i < 4; ++i) inflated[header - 4 + i] = i < 3 ? 0xFF : 0x7F;
   ZK_BinaryMemoryArchive in(inflated);

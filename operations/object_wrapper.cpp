@@ -102,15 +102,15 @@ bool CKorvoObjectWrapper::Commit() {
 bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
   const CKorvoUserData* record = GetRecord();
   const ZK_Xform* saved = record ? record->FindXform(stance_id) : nullptr;
-  if (saved == nullptr || Document() == nullptr) return false;
+  CTarsaDoc* doc = saved ? Document() : nullptr;
+  if (doc == nullptr) return false;
   const ZK_Xform& current = record->m_accumulated_xform;
-  return SamePlacement(*saved, current) || MoveBy(MoveBack(current, *saved));
+  return SamePlacement(*saved, current) || MoveBy(*doc, MoveBack(current, *saved));
 }
 
-bool CKorvoObjectWrapper::MoveBy(const ZK_Xform& move) {
+bool CKorvoObjectWrapper::MoveBy(CTarsaDoc& doc, const ZK_Xform& move) {
   if (!Commit()) return false;
-  const CTarsaObject* moved =
-      Document()->TransformObject(CTarsaObjRef(m_object), move, true, true, false);
+  const CTarsaObject* moved = doc.TransformObject(CTarsaObjRef(m_object), move, true, true, false);
   if (moved == nullptr) return false;
   // Like every replacement's new half, the moved object keeps no last transform to take out.
   if (CKorvoUserData* moved_record = CKorvoUserData::Of(moved))

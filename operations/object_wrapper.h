@@ -42,8 +42,9 @@ class CKorvoObjectWrapper {
  private:
   CTarsaDoc* Document() const;
   bool IsLight() const;
-  // ApplyStance's move, apart so that the far more common object already in place costs no more
-  // than the look-up and the comparison.
-  bool MoveBy(const ZK_Xform& move);
+  // ApplyStance's move of the bound object in `doc`, apart so that the far more common object
+  // already in place costs no more than the look-up and the comparison. True and the wrapper
+  // bound to the moved object; false when the commit or the move failed.
+  bool MoveBy(CTarsaDoc& doc, const ZK_Xform& move);
   void DestroyWorkingCopy();
 };

@@ -58,7 +58,9 @@ class CKorvoPlugIn : public CTarsaUtilitySystemPlugIn {
   // The stance table of the document with that runtime serial number, created empty on the first
   // request; never null. The registry keeps ownership.
   CKorvoDocData* DocData(unsigned int doc_serial_number);
-  // Destroys every stance table; only the plug-in object's destruction calls it.
+  // Destroys every stance table. In the plug-in only its destruction calls it; sessions that
+  // open many documents in turn without the plug-in going (the fuzz targets, the benchmarks)
+  // call it to keep the closed documents' tables from piling up.
   void RemoveAllDocData();
   // The event watcher, created first if there is none; the plug-in object keeps ownership.
   CKorvoEventWatcher* EventWatcher();

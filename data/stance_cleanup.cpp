@@ -24,17 +24,23 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
       unreferenced.Erase(record->m_entries[i]->m_id);
     }
   }
-  // One pass keeps the used stances in order, so that removing many costs no more than one.
-  INT_PTR kept = 0;
+  const auto unused = [&unreferenced](const USER_DATA* entry) {
+    return !ZK_UuidIsNil(entry->m_id) && unreferenced.Contains(entry->m_id);
+  };
   int removed = 0;
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) removed += unused(m_entries[i]) ? 1 : 0;
+  if (removed == 0) return;
+  // One pass keeps the used stances in order, so that removing many costs no more than one. When
+  // an undo scope takes its snapshot now, the snapshot keeps the entries themselves and the table
+  // copies of the ones it keeps: removing many stances copies only the few that stay.
+  const bool handed_over = HandEntriesToSnapshots();
+  INT_PTR kept = 0;
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
     USER_DATA* entry = m_entries[i];
-    if (!ZK_UuidIsNil(entry->m_id) && unreferenced.Contains(entry->m_id)) {
-      if (removed == 0) BeforeChange();
+    if (!unused(entry)) {
+      m_entries[kept++] = handed_over ? new USER_DATA(*entry) : entry;
+    } else if (!handed_over) {
       delete entry;
-      ++removed;
-    } else {
-      m_entries[kept++] = entry;
     }
   }
   m_entries.SetSize(kept);

@@ -1,4 +1,5 @@
 // The clean-up of stances that no object carries and of record entries whose stance is gone.
+#include "data/undo_scope.h"
 #include "testing/stance_document_test.h"
 
 namespace {
@@ -20,6 +21,28 @@ TEST_F(StanceCleanupTest, RemovesEachStanceNoObjectCarriesWithOneNotificationEac
   EXPECT_EQ(Table().m_entries[0]->m_id, lit);
   EXPECT_EQ(Table().m_entries[1]->m_id, shadow);
   EXPECT_EQ(TakeStanceChanges(), 2);
+}
+
+// The scopes open around a clean-up keep the table as it was, however many of them take their
+// snapshot at the clean-up; the table keeps the used stances, and undoing puts the rest back.
+TEST_F(StanceCleanupTest, UndoingACleanUpInNestedScopesPutsEveryStanceBackInPlace) {
+  const ZK_UUID box = AddBox();
+  Save(L"Unused", {});
+  const ZK_UUID kept = Save(L"Kept", {box});
+  Save(L"Also unused", {});
+  const CKorvoDocData before = Table();
+  Step([&] {
+    CKorvoUndoScope outer(*doc_);
+    CKorvoUndoScope inner(*doc_);
+    Table().RemoveUnusedStances();
+  });
+  ASSERT_EQ(Table().Count(), 1);
+  EXPECT_EQ(Table().m_entries[0]->m_id, kept);
+  EXPECT_EQ(Table().m_entries[0]->m_name, ZK_wString(L"Kept"));
+  EXPECT_TRUE(CTarsaStandIn::Undo(*doc_));
+  EXPECT_TRUE(Table() == before);
+  EXPECT_TRUE(CTarsaStandIn::Redo(*doc_));
+  EXPECT_EQ(Table().Count(), 1);
 }
 
 TEST_F(StanceCleanupTest, AnEmptyTableOrAClosedDocumentChangesNothing) {

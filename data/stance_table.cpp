@@ -191,6 +191,21 @@ void CKorvoDocData::BeforeChange() {
   for (CKorvoUndoScope* scope : m_open_scopes) scope->TakeSnapshot(*this);
 }
 
+bool CKorvoDocData::HandEntriesToSnapshots() {
+  CKorvoDocData* handed = nullptr;
+  for (CKorvoUndoScope* scope : m_open_scopes) {
+    if (scope->HasSnapshot()) continue;
+    if (handed != nullptr) {
+      scope->TakeSnapshot(*handed);
+      continue;
+    }
+    handed = new CKorvoDocData();
+    for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) handed->m_entries.Add(m_entries[i]);
+    scope->KeepSnapshot(handed);
+  }
+  return handed != nullptr;
+}
+
 void CKorvoDocData::NotifyStancesChanged() const {
   ScheduleStancesPanelRebuild();
   if (CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number)) {

@@ -100,6 +100,11 @@ class CKorvoDocData {
   // takes its snapshot now, if it has none yet, so that a scope around an operation that changes
   // nothing copies nothing.
   void BeforeChange();
+  // BeforeChange for a change that replaces every entry: when an open scope has no snapshot yet,
+  // the first such scope is given the entries themselves, in a table of their own, and the others
+  // copies of that table. True when the entries were handed over: the table no longer owns them,
+  // and must drop or replace every pointer it holds.
+  bool HandEntriesToSnapshots();
 
   int IndexOfName(const wchar_t* name) const;
   int IndexOfId(const ZK_UUID& id) const;

@@ -19,6 +19,9 @@ class CKorvoUndoScope {
   friend class CKorvoDocData;
   // Keeps a copy of `table` unless the scope has one already.
   void TakeSnapshot(const CKorvoDocData& table);
+  bool HasSnapshot() const { return m_snapshot != nullptr; }
+  // Takes ownership of `snapshot`, made for a scope that has none.
+  void KeepSnapshot(CKorvoDocData* snapshot) { m_snapshot = snapshot; }
 
   CKorvoDocData* m_table;     // the document's table, which the registry owns
   CKorvoDocData* m_snapshot;  // null until the first change; owned until handed to the record

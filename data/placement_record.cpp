@@ -20,13 +20,8 @@ const ZK_UUID CKorvoUserData::m_userdata_id = {
 ZK_Object* CKorvoUserData::CreateRecord() { return new CKorvoUserData(); }
 
 CKorvoUserData* CKorvoUserData::Cast(ZK_Object* object) {
-  // Nothing derives from a record, so the exact class settles almost every cast without
-  // walking the class chain.
-  if (object == nullptr) return nullptr;
-  if (object->ClassId() == &m_record_class || object->IsKindOf(&m_record_class)) {
-    return static_cast<CKorvoUserData*>(object);
-  }
-  return nullptr;
+  return object && object->IsKindOf(&m_record_class) ? static_cast<CKorvoUserData*>(object)
+                                                     : nullptr;
 }
 
 const CKorvoUserData* CKorvoUserData::Cast(const ZK_Object* object) {

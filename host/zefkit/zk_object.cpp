@@ -139,11 +139,6 @@ ZK_UUID ZK_Object::ModelObjectId() const { return ZK_nil_uuid; }
 
 void ZK_Object::DestroyRuntimeCache(bool) {}
 
-bool ZK_Object::IsKindOf(const ZK_ClassId* class_id) const {
-  const ZK_ClassId* own = ClassId();
-  return own != nullptr && own->IsDerivedFrom(class_id);
-}
-
 bool ZK_Object::AttachUserData(ZK_UserData* user_data) {
   if (user_data == nullptr || user_data->m_userdata_owner != nullptr) return false;
   if (user_data == this || ZK_UuidIsNil(user_data->m_userdata_uuid)) return false;

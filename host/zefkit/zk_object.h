@@ -80,7 +80,12 @@ class ZK_Object {
   // Frees what the object computes and keeps only for speed; the base keeps nothing.
   virtual void DestroyRuntimeCache(bool delete_cache = true);
 
-  bool IsKindOf(const ZK_ClassId* class_id) const;
+  // Inline, with the exact class first: most casts name the object's own class, and settle
+  // without a call or a walk up the chain.
+  bool IsKindOf(const ZK_ClassId* class_id) const {
+    const ZK_ClassId* own = ClassId();
+    return own != nullptr && (own == class_id || own->IsDerivedFrom(class_id));
+  }
 
   // Takes ownership of `user_data` and appends it to this object's list. False (ownership stays
   // with the caller) for null, for user data already attached somewhere, for a nil user-data id,

@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QPolygonF>
 #include <QToolButton>
+#include <functional>
 
 #include "host/tarsa/tarsa_dockbar.h"
 #include "panel/stances_panel.h"
@@ -47,28 +48,31 @@ class MainWindowTest : public StanceDocumentTest {
   bool Prompting(const wchar_t* start) const {
     return window_->findChild<QLabel*>()->text().startsWith(QString::fromWCharArray(start));
   }
+  // The user's next step, taken once the window prompts with `prompt`; it may set the one after.
+  void At(const wchar_t* prompt, std::function<void()> step) {
+    user_.Then([this, prompt, step] {
+      if (!Prompting(prompt)) return false;
+      step();
+      return true;
+    });
+  }
   void Type(const QString& text) {
     window_->Input()->setText(text);
     Press(window_->Input(), Qt::Key_Return);
   }
   void Click(QPointF at, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QMouseEvent press(QEvent::MouseButtonPress, at, View().mapToGlobal(at), Qt::LeftButton,
-                      Qt::LeftButton, modifiers);
-    QApplication::sendEvent(&View(), &press);
-    QMouseEvent release(QEvent::MouseButtonRelease, at, View().mapToGlobal(at), Qt::LeftButton,
-                        Qt::NoButton, modifiers);
-    QApplication::sendEvent(&View(), &release);
+    Mouse(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, modifiers);
   }
   void Drag(QPointF from, QPointF to) {
-    QMouseEvent press(QEvent::MouseButtonPress, from, View().mapToGlobal(from), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&View(), &press);
-    QMouseEvent move(QEvent::MouseMove, to, View().mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(&View(), &move);
-    QMouseEvent release(QEvent::MouseButtonRelease, to, View().mapToGlobal(to), Qt::LeftButton,
-                        Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(&View(), &release);
+    Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    Mouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+    Mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+  }
+  void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held,
+             Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QMouseEvent event(type, at, View().mapToGlobal(at), button, held, modifiers);
+    QApplication::sendEvent(&View(), &event);
   }
   // A point on the object's drawing: its first drawn point.
   QPointF On(const ZK_UUID& id) { return View().DrawnPoints(id).at(0); }
@@ -125,15 +129,9 @@ TEST_F(MainWindowTest, ClickAndWindowPickSelectObjectsOrAnswerAnObjectPrompt) {
   Click(QPointF(2, 2));
 
   // At Hide's object prompt, a click picks the object and Enter ends the picking.
-  user_.Then([&] {
-    if (!Prompting(L"Select objects")) return false;
+  At(L"Select objects", [&] {
     Click(On(right));
-    user_.Then([&] {
-      if (!Prompting(L"Select objects")) return false;
-      Type("");
-      return true;
-    });
-    return true;
+    At(L"Select objects", [&] { Type(""); });
   });
   Run(L"Hide");
   EXPECT_TRUE(View().DrawnPoints(right).empty()) << "hidden objects are not drawn";
@@ -144,18 +142,12 @@ TEST_F(MainWindowTest, ClickAndWindowPickSelectObjectsOrAnswerAnObjectPrompt) {
 TEST_F(MainWindowTest, PromptOptionsAreButtonsAndTheLineCompletesAndRecalls) {
   Save(L"Front", {AddNamed(L"lid")});
   std::vector<std::wstring> offered;
-  user_.Then([&] {
-    if (!Prompting(L"Choose stance option")) return false;
+  At(L"Choose stance option", [&] {
     for (QWidget* button : window_->OptionButtons()) {
       offered.push_back(static_cast<QToolButton*>(button)->text().toStdWString());
     }
     static_cast<QToolButton*>(window_->OptionButtons().at(0))->click();  // List
-    user_.Then([&] {
-      if (!Prompting(L"Choose stance option")) return false;
-      Type("");
-      return true;
-    });
-    return true;
+    At(L"Choose stance option", [&] { Type(""); });
   });
   Run(L"-Stance");
   EXPECT_EQ(offered, (std::vector<std::wstring>{L"List", L"Save", L"Restore", L"Delete", L"Rename",
@@ -164,22 +156,18 @@ TEST_F(MainWindowTest, PromptOptionsAreButtonsAndTheLineCompletesAndRecalls) {
 
   // Tab completes a command's name; Up brings back the line entered before.
   QString completed, recalled;
-  user_.Then([&] {
-    if (!Prompting(L"Command:")) return false;
+  At(L"Command:", [&] {
     window_->Input()->setText("sel");
     Press(window_->Input(), Qt::Key_Tab);  // Select, SelAll, SelNone: their common beginning
     window_->Input()->setText(window_->Input()->text() + "Non");
     Press(window_->Input(), Qt::Key_Tab);
     completed = window_->Input()->text();
     Press(window_->Input(), Qt::Key_Return);
-    user_.Then([&] {
-      if (!Prompting(L"Command:")) return false;
+    At(L"Command:", [&] {
       Press(window_->Input(), Qt::Key_Up);
       recalled = window_->Input()->text();
       window_->close();
-      return true;
     });
-    return true;
   });
   CommandLine().ProcessInput();
   EXPECT_EQ(completed, "SelNone ");

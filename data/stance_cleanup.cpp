@@ -40,7 +40,7 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
     if (!unused(entry)) {
       m_entries[kept++] = handed_over ? new USER_DATA(*entry) : entry;
     } else if (!handed_over) {
-      delete entry;
+      Free(entry);
     }
   }
   m_entries.SetSize(kept);

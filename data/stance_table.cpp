@@ -1,5 +1,8 @@
 #include "data/stance_table.h"
 
+#include <functional>
+#include <utility>
+
 #include "data/place_holder.h"
 #include "data/undo_scope.h"
 #include "host/tarsa/tarsa_app.h"
@@ -19,8 +22,15 @@ CKorvoDocData& CKorvoDocData::operator=(const CKorvoDocData& source) {
   if (this == &source) return *this;
   m_cursor = 0;
   RemoveAll();
-  for (INT_PTR i = 0; i < source.m_entries.GetSize(); ++i) {
-    Append(source.m_entries[i]->m_id, source.m_entries[i]->m_name);
+  const INT_PTR count = source.m_entries.GetSize();
+  if (count == 0) return *this;
+  BeforeChange();
+  m_block.reset(new USER_DATA[static_cast<size_t>(count)]);
+  m_block_size = count;
+  m_entries.SetSize(count);
+  for (INT_PTR i = 0; i < count; ++i) {
+    m_block[i] = *source.m_entries[i];
+    m_entries[i] = &m_block[i];
   }
   return *this;
 }
@@ -93,11 +103,9 @@ CKorvoStanceIdSet CKorvoDocData::Ids() const {
   return ids;
 }
 
-std::unordered_set<std::wstring> CKorvoDocData::FoldedNames() const {
-  std::unordered_set<std::wstring> names;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    names.insert(m_entries[i]->m_name.CaseFolded().Text());
-  }
+std::unordered_set<ZK_wString> CKorvoDocData::FoldedNames() const {
+  std::unordered_set<ZK_wString> names(static_cast<size_t>(Count()));
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) names.insert(m_entries[i]->m_name.CaseFolded());
   return names;
 }
 
@@ -111,8 +119,12 @@ bool CKorvoDocData::NameExists(const wchar_t* name) const { return IndexOfName(n
 void CKorvoDocData::RemoveAll() {
   if (m_entries.IsEmpty()) return;
   BeforeChange();
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) delete m_entries[i];
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (!InBlock(m_entries[i])) delete m_entries[i];
+  }
   m_entries.RemoveAll();
+  m_block.reset();
+  m_block_size = 0;
 }
 
 CKorvoDocData::USER_DATA* CKorvoDocData::FirstEntry() {
@@ -178,8 +190,21 @@ int CKorvoDocData::RenameAt(int index, const wchar_t* new_name) {
 
 void CKorvoDocData::RemoveAt(int index) {
   BeforeChange();
-  delete m_entries[index];
+  Free(m_entries[index]);
   m_entries.RemoveAt(index);
+}
+
+bool CKorvoDocData::InBlock(const USER_DATA* entry) const {
+  const std::less<const USER_DATA*> before;
+  return m_block && !before(entry, m_block.get()) && before(entry, m_block.get() + m_block_size);
+}
+
+void CKorvoDocData::Free(USER_DATA* entry) {
+  if (InBlock(entry)) {
+    entry->m_name.Empty();
+    return;
+  }
+  delete entry;
 }
 
 void CKorvoDocData::Append(const ZK_UUID& id, const ZK_wString& name) {
@@ -201,6 +226,9 @@ bool CKorvoDocData::HandEntriesToSnapshots() {
     }
     handed = new CKorvoDocData();
     for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) handed->m_entries.Add(m_entries[i]);
+    handed->m_block = std::move(m_block);
+    handed->m_block_size = m_block_size;
+    m_block_size = 0;
     scope->KeepSnapshot(handed);
   }
   return handed != nullptr;

@@ -7,6 +7,7 @@
 // assignment and RemoveAll announce nothing.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -29,7 +30,8 @@ class CKorvoDocData {
   CKorvoDocData();
   // A copy of the entries that belongs to no document (an undo snapshot).
   CKorvoDocData(const CKorvoDocData& source);
-  // Replaces the entries by copies of the source's; the target keeps its own document.
+  // Replaces the entries by copies of the source's, made in one allocation; the target keeps its
+  // own document.
   CKorvoDocData& operator=(const CKorvoDocData& source);
   virtual ~CKorvoDocData();
 
@@ -60,7 +62,7 @@ class CKorvoDocData {
   // The ids of every stance, and their names folded as CompareNoCase folds them: built in one
   // pass, for operations that test many ids or names.
   CKorvoStanceIdSet Ids() const;
-  std::unordered_set<std::wstring> FoldedNames() const;
+  std::unordered_set<ZK_wString> FoldedNames() const;
 
   void RemoveAll();
 
@@ -106,6 +108,10 @@ class CKorvoDocData {
   // and must drop or replace every pointer it holds.
   bool HandEntriesToSnapshots();
 
+  bool InBlock(const USER_DATA* entry) const;
+  // Destroys an entry the table no longer lists.
+  void Free(USER_DATA* entry);
+
   int IndexOfName(const wchar_t* name) const;
   int IndexOfId(const ZK_UUID& id) const;
   int RenameAt(int index, const wchar_t* new_name);
@@ -113,4 +119,9 @@ class CKorvoDocData {
   void Append(const ZK_UUID& id, const ZK_wString& name);
 
   std::vector<CKorvoUndoScope*> m_open_scopes;  // not copied with the entries
+  // The entries copied by the last assignment, in one block, so that taking or dropping an undo
+  // snapshot costs one allocation, not one per stance. Entries added later are allocated one by
+  // one, so that no entry ever moves; a removed entry's slot stays unused until the block goes.
+  std::unique_ptr<USER_DATA[]> m_block;
+  INT_PTR m_block_size = 0;
 };

@@ -17,16 +17,16 @@ namespace {
 // The name an imported stance takes: its own when free, else "<name> - Copy", then
 // "<name> - Copy (2)", "(3)" and so on, the first one not in use (ignoring letter case). `taken`
 // holds the folded names in use, and takes the one chosen.
-ZK_wString ImportedName(std::unordered_set<std::wstring>& taken, const ZK_wString& name) {
+ZK_wString ImportedName(std::unordered_set<ZK_wString>& taken, const ZK_wString& name) {
   ZK_wString candidate = name;
-  std::wstring folded = candidate.CaseFolded().Text();
+  ZK_wString folded = candidate.CaseFolded();
   for (int n = 1; taken.count(folded); ++n) {
     if (n == 1) {
       candidate = name + L" - Copy";
     } else {
       candidate.Format(L"%s - Copy (%d)", name.Array(), n);
     }
-    folded = candidate.CaseFolded().Text();
+    folded = candidate.CaseFolded();
   }
   taken.insert(std::move(folded));
   return candidate;
@@ -102,7 +102,7 @@ void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive
 
   // Names and ids in use, gathered once, so that the merge costs the number of stances rather
   // than its square.
-  std::unordered_set<std::wstring> taken_names = live.FoldedNames();
+  std::unordered_set<ZK_wString> taken_names = live.FoldedNames();
   CKorvoStanceIdSet taken_ids = live.Ids();
   for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
     const CKorvoDocData::USER_DATA& stance = *imported.m_entries[i];

@@ -53,14 +53,12 @@ std::wstring StandardActionMacro(const wchar_t* command, const wchar_t* option,
 
 std::wstring NewStanceName(CTarsaDoc& doc) {
   // One pass over the table, then at most one candidate more than there are stances.
-  CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
-  std::unordered_set<std::wstring> taken;
-  for (int i = 0; i < table.Count(); ++i)
-    taken.insert(table.m_entries[i]->m_name.CaseFolded().Text());
+  const std::unordered_set<ZK_wString> taken =
+      KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->FoldedNames();
   const wchar_t* format = TsLocalizeString(L"Position %02d", 28191);
   ZK_wString name;
   for (int n = 1;; ++n) {
     if (!name.Format(format, n)) return L"";
-    if (taken.count(name.CaseFolded().Text()) == 0) return name.Text();
+    if (taken.count(name.CaseFolded()) == 0) return name.Text();
   }
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "host/zefkit/zk_crc32.h"
 #include "host/zefkit/zk_unknown_user_data.h"
@@ -139,8 +140,9 @@ bool ZK_BinaryArchive::ReadString(ZK_wString& text) {
     m_position = start;
     return false;
   }
-  std::wstring out;
-  out.reserve(static_cast<size_t>(count));
+  ZK_wString out;
+  wchar_t* characters = out.GetBuffer(count);
+  int length = 0;
   const unsigned char* units = m_buffer.data() + m_position;
   for (int i = 0; i < count; ++i) {
     unsigned long c = units[2 * i] | (units[2 * i + 1] << 8);
@@ -153,12 +155,14 @@ bool ZK_BinaryArchive::ReadString(ZK_wString& text) {
     }
     if (c == 0 || (c >= 0xD800 && c <= 0xDFFF)) {
       m_position = start;
+      out.ReleaseBuffer(0);
       return false;
     }
-    out += static_cast<wchar_t>(c);
+    characters[length++] = static_cast<wchar_t>(c);
   }
+  out.ReleaseBuffer(length);
   m_position += 2 * static_cast<size_t>(count);
-  text = ZK_wString(out);
+  text = std::move(out);
   return true;
 }
 

@@ -1,9 +1,11 @@
 #include "host/zefkit/zk_string.h"
 
 #include <locale.h>
+#include <algorithm>
 #include <clocale>
 #include <cwchar>
 #include <cwctype>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -34,14 +36,18 @@ locale_t CaseLocale() {
   return locale;
 }
 
-// Maps every case variant of a letter to one value: upper then lower, so that final sigma,
-// sigma and capital sigma all meet.
-// ASCII folds without the locale: its tables map every ASCII letter to its lower case.
-wint_t FoldCase(wchar_t c) {
-  if (c >= 0 && c < 0x80) return (c >= L'A' && c <= L'Z') ? c + 32 : c;
+// FoldCase beyond ASCII: upper then lower, so that final sigma, sigma and capital sigma all meet.
+__attribute__((noinline)) wint_t FoldWithLocale(wchar_t c) {
   const locale_t locale = CaseLocale();
   if (locale == nullptr) return c;
   return towlower_l(towupper_l(static_cast<wint_t>(c), locale), locale);
+}
+
+// Maps every case variant of a letter to one value. ASCII folds inline, without the locale: its
+// tables map every ASCII letter to its lower case.
+inline wint_t FoldCase(wchar_t c) {
+  if (c >= 0 && c < 0x80) return (c >= L'A' && c <= L'Z') ? c + 32 : c;
+  return FoldWithLocale(c);
 }
 
 int Sign(long long difference) { return difference < 0 ? -1 : (difference > 0 ? 1 : 0); }
@@ -74,15 +80,99 @@ std::wstring WidenConversions(const wchar_t* format) {
 
 }  // namespace
 
-ZK_wString::ZK_wString(const wchar_t* text) : m_text(text ? text : L"") {}
-
-ZK_wString::ZK_wString(const wchar_t* text, int length) {
-  if (text && length > 0) m_text.assign(text, static_cast<size_t>(length));
+ZK_wString::ZK_wString(const wchar_t* text) {
+  if (text) Assign(text, std::wcslen(text));
 }
 
-ZK_wString::ZK_wString(const std::wstring& text) : m_text(text) {}
+ZK_wString::ZK_wString(const wchar_t* text, int length) {
+  if (text && length > 0) Assign(text, static_cast<size_t>(length));
+}
 
-ZK_wString::ZK_wString(std::wstring&& text) : m_text(std::move(text)) {}
+ZK_wString::ZK_wString(const std::wstring& text) { Assign(text.data(), text.size()); }
+
+ZK_wString::ZK_wString(const ZK_wString& other) noexcept : m_buffer(other.m_buffer) {
+  if (m_buffer) m_buffer->references.fetch_add(1, std::memory_order_relaxed);
+}
+
+ZK_wString& ZK_wString::operator=(const ZK_wString& other) noexcept {
+  if (other.m_buffer) other.m_buffer->references.fetch_add(1, std::memory_order_relaxed);
+  Release();
+  m_buffer = other.m_buffer;
+  return *this;
+}
+
+ZK_wString& ZK_wString::operator=(ZK_wString&& other) noexcept {
+  if (this == &other) return *this;
+  Release();
+  m_buffer = other.m_buffer;
+  other.m_buffer = nullptr;
+  return *this;
+}
+
+ZK_wString::Buffer* ZK_wString::NewBuffer(const wchar_t* text, size_t length, size_t capacity) {
+  void* memory = ::operator new(sizeof(Buffer) + (capacity + 1) * sizeof(wchar_t));
+  Buffer* buffer = new (memory) Buffer{{1}, length, capacity};
+  if (length > 0) std::wmemcpy(buffer->Characters(), text, length);
+  buffer->Characters()[length] = 0;
+  return buffer;
+}
+
+void ZK_wString::Assign(const wchar_t* text, size_t length) {
+  Buffer* replacement = length > 0 ? NewBuffer(text, length, length) : nullptr;
+  Release();
+  m_buffer = replacement;
+}
+
+void ZK_wString::Append(const wchar_t* text, size_t length) {
+  if (length == 0) return;
+  const size_t old_length = static_cast<size_t>(Length());
+  const bool own = m_buffer && m_buffer->references.load(std::memory_order_acquire) == 1;
+  if (!own || m_buffer->capacity - old_length < length) {
+    // Doubling keeps a run of appends linear; `text` may lie in the old buffer, which is released
+    // only once the new one holds both parts.
+    const size_t capacity = std::max(old_length + length, own ? 2 * m_buffer->capacity : 0);
+    Buffer* grown = NewBuffer(Array(), old_length, capacity);
+    std::wmemcpy(grown->Characters() + old_length, text, length);
+    Release();
+    m_buffer = grown;
+  } else {
+    std::wmemmove(m_buffer->Characters() + old_length, text, length);
+  }
+  m_buffer->length = old_length + length;
+  m_buffer->Characters()[m_buffer->length] = 0;
+}
+
+wchar_t* ZK_wString::GetBuffer(int length) {
+  if (length <= 0) {
+    Release();
+    return nullptr;
+  }
+  const size_t room = static_cast<size_t>(length);
+  Buffer* own = NewBuffer(Array(), std::min(room, static_cast<size_t>(Length())), room);
+  Release();
+  m_buffer = own;
+  return own->Characters();
+}
+
+void ZK_wString::ReleaseBuffer(int length) {
+  if (m_buffer == nullptr) return;
+  const size_t kept = length > 0 ? std::min(static_cast<size_t>(length), m_buffer->capacity) : 0;
+  if (kept == 0) {
+    Release();
+    return;
+  }
+  m_buffer->length = kept;
+  m_buffer->Characters()[kept] = 0;
+}
+
+void ZK_wString::Release() noexcept {
+  if (m_buffer == nullptr) return;
+  if (m_buffer->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    m_buffer->~Buffer();
+    ::operator delete(m_buffer);
+  }
+  m_buffer = nullptr;
+}
 
 ZK_wString ZK_wString::FromUtf8(const std::string& utf8) {
   std::wstring out;
@@ -111,8 +201,8 @@ ZK_wString ZK_wString::FromUtf8(const std::string& utf8) {
 
 std::string ZK_wString::ToUtf8() const {
   std::string out;
-  out.reserve(m_text.size());
-  for (wchar_t w : m_text) {
+  out.reserve(static_cast<size_t>(Length()));
+  for (wchar_t w : View()) {
     unsigned long c = static_cast<unsigned long>(w);
     if (!IsScalar(c)) c = kReplacement;
     if (c < 0x80) {
@@ -136,26 +226,32 @@ std::string ZK_wString::ToUtf8() const {
 
 int ZK_wString::Compare(const wchar_t* other) const {
   if (other == nullptr) other = L"";
-  const wchar_t* a = m_text.c_str();
+  const wchar_t* a = Array();
   for (; *a && *a == *other; ++a, ++other) {
   }
   return Sign(static_cast<long long>(*a) - static_cast<long long>(*other));
 }
 
 ZK_wString ZK_wString::CaseFolded() const {
-  std::wstring folded(m_text.size(), L'\0');
-  for (size_t i = 0; i < m_text.size(); ++i) folded[i] = static_cast<wchar_t>(FoldCase(m_text[i]));
-  return ZK_wString(std::move(folded));
+  if (IsEmpty()) return ZK_wString();
+  ZK_wString folded(*this);
+  wchar_t* characters = folded.GetBuffer(Length());
+  for (int i = 0; i < Length(); ++i) characters[i] = static_cast<wchar_t>(FoldCase(characters[i]));
+  folded.ReleaseBuffer(Length());
+  return folded;
 }
 
 int ZK_wString::CompareNoCase(const wchar_t* other) const {
   if (other == nullptr) other = L"";
-  for (const wchar_t* a = m_text.c_str();; ++a, ++other) {
+  for (const wchar_t* a = Array();; ++a, ++other) {
+    if (*a == *other) {
+      if (*a == 0) return 0;
+      continue;
+    }
+    // Only the end of a text folds to zero, so an end against a character always differs here.
     const wint_t fa = FoldCase(*a);
     const wint_t fb = FoldCase(*other);
-    if (fa != fb || *a == 0 || *other == 0) {
-      return Sign(static_cast<long long>(fa) - static_cast<long long>(fb));
-    }
+    if (fa != fb) return Sign(static_cast<long long>(fa) - static_cast<long long>(fb));
   }
 }
 
@@ -163,11 +259,12 @@ void ZK_wString::TrimLeftAndRight(const wchar_t* characters) {
   auto trimmed = [characters](wchar_t c) {
     return characters ? std::wcschr(characters, c) != nullptr && c != 0 : IsDefaultBlank(c);
   };
-  size_t end = m_text.size();
-  while (end > 0 && trimmed(m_text[end - 1])) --end;
+  const wchar_t* text = Array();
+  size_t end = static_cast<size_t>(Length());
+  while (end > 0 && trimmed(text[end - 1])) --end;
   size_t begin = 0;
-  while (begin < end && trimmed(m_text[begin])) ++begin;
-  m_text = m_text.substr(begin, end - begin);
+  while (begin < end && trimmed(text[begin])) ++begin;
+  if (begin > 0 || end < static_cast<size_t>(Length())) Assign(text + begin, end - begin);
 }
 
 bool ZK_wString::Format(const wchar_t* format, ...) {
@@ -179,8 +276,11 @@ bool ZK_wString::Format(const wchar_t* format, ...) {
 }
 
 bool ZK_wString::FormatVargs(const wchar_t* format, va_list args) {
-  m_text.clear();
-  if (format == nullptr) return false;
+  // The arguments may be this string's own characters: they stay until the result replaces them.
+  if (format == nullptr) {
+    Release();
+    return false;
+  }
   const std::wstring widened = WidenConversions(format);
   // vswprintf cannot say how much room it needs: grow until the text fits, up to a bound that
   // keeps a runaway width from eating memory.
@@ -192,10 +292,11 @@ bool ZK_wString::FormatVargs(const wchar_t* format, va_list args) {
     const int written = std::vswprintf(buffer.data(), size, widened.c_str(), copy);
     va_end(copy);
     if (written >= 0) {
-      m_text.assign(buffer.data(), static_cast<size_t>(written));
+      Assign(buffer.data(), static_cast<size_t>(written));
       return true;
     }
   }
+  Release();
   return false;
 }
 
@@ -206,17 +307,18 @@ ZK_wString ZK_FormatVargs(const wchar_t* format, va_list args) {
 }
 
 ZK_wString& ZK_wString::operator+=(const ZK_wString& other) {
-  m_text += other.m_text;
+  if (IsEmpty()) return *this = other;
+  Append(other.Array(), static_cast<size_t>(other.Length()));
   return *this;
 }
 
 ZK_wString& ZK_wString::operator+=(const wchar_t* other) {
-  if (other) m_text += other;
+  if (other) Append(other, std::wcslen(other));
   return *this;
 }
 
 ZK_wString& ZK_wString::operator+=(wchar_t c) {
-  m_text += c;
+  Append(&c, 1);
   return *this;
 }
 
@@ -229,7 +331,7 @@ ZK_wString operator+(const ZK_wString& a, const ZK_wString& b) {
 ZK_wString operator+(const ZK_wString& a, const wchar_t* b) { return a + ZK_wString(b); }
 ZK_wString operator+(const wchar_t* a, const ZK_wString& b) { return ZK_wString(a) + b; }
 
-bool operator==(const ZK_wString& a, const ZK_wString& b) { return a.Text() == b.Text(); }
+bool operator==(const ZK_wString& a, const ZK_wString& b) { return a.View() == b.View(); }
 bool operator==(const ZK_wString& a, const wchar_t* b) { return a.Compare(b) == 0; }
 bool operator==(const wchar_t* a, const ZK_wString& b) { return b.Compare(a) == 0; }
 bool operator!=(const ZK_wString& a, const ZK_wString& b) { return !(a == b); }

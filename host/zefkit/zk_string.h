@@ -1,9 +1,17 @@
 // ZK_wString: the kernel's wide-character string, used for every name and message text.
-// A value type; it owns its characters. wchar_t holds one Unicode code point (UTF-32).
+// A value type. wchar_t holds one Unicode code point (UTF-32).
+//
+// Copies share one buffer (count, length and characters in a single allocation) until one of them
+// changes, so that copying a table of names costs a count per name, not an allocation and a copy
+// of the text. The count is atomic: copies may live on different threads.
 #pragma once
 
+#include <atomic>
 #include <cstdarg>
+#include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 
 class ZK_wString {
  public:
@@ -11,19 +19,35 @@ class ZK_wString {
   ZK_wString(const wchar_t* text);  // null is the empty string
   ZK_wString(const wchar_t* text, int length);
   ZK_wString(const std::wstring& text);
-  ZK_wString(std::wstring&& text);
+  ZK_wString(const ZK_wString& other) noexcept;
+  ZK_wString(ZK_wString&& other) noexcept : m_buffer(other.m_buffer) { other.m_buffer = nullptr; }
+  ZK_wString& operator=(const ZK_wString& other) noexcept;
+  ZK_wString& operator=(ZK_wString&& other) noexcept;
+  ~ZK_wString() { Release(); }
 
   // Decodes UTF-8; every byte that is not part of a well-formed sequence becomes U+FFFD.
   static ZK_wString FromUtf8(const std::string& utf8);
   // Encodes as UTF-8; a value that is no Unicode scalar becomes U+FFFD.
   std::string ToUtf8() const;
 
-  int Length() const { return static_cast<int>(m_text.size()); }
-  bool IsEmpty() const { return m_text.empty(); }
-  void Empty() { m_text.clear(); }
-  const wchar_t* Array() const { return m_text.c_str(); }
-  operator const wchar_t*() const { return m_text.c_str(); }
-  const std::wstring& Text() const { return m_text; }
+  int Length() const { return m_buffer ? static_cast<int>(m_buffer->length) : 0; }
+  bool IsEmpty() const { return Length() == 0; }
+  void Empty() { Release(); }
+  // The characters, followed by a zero; valid until this string next changes or ends.
+  const wchar_t* Array() const { return m_buffer ? m_buffer->Characters() : L""; }
+  operator const wchar_t*() const { return Array(); }
+  std::wstring_view View() const { return {Array(), static_cast<size_t>(Length())}; }
+  // A copy of the characters.
+  std::wstring Text() const { return std::wstring(View()); }
+
+  // Room for `length` characters to be written in place, for code that builds a text whose length
+  // it knows at most: the string gets characters of its own, its first `length` as they were.
+  // Valid until ReleaseBuffer, which must follow; null, and the string empty, for a length of 0 or
+  // less.
+  wchar_t* GetBuffer(int length);
+  // Ends GetBuffer: the string is the first `length` characters written, at most as many as were
+  // asked for.
+  void ReleaseBuffer(int length);
 
   // <0, 0 or >0, code point by code point; exact.
   int Compare(const wchar_t* other) const;
@@ -47,8 +71,36 @@ class ZK_wString {
   ZK_wString& operator+=(wchar_t c);
 
  private:
-  std::wstring m_text;
+  // The shared characters: the count of strings that share them, how many there are, and room
+  // for `capacity` and a terminating zero, all in one allocation.
+  struct Buffer {
+    std::atomic<int> references;
+    size_t length;
+    size_t capacity;
+    wchar_t* Characters() { return reinterpret_cast<wchar_t*>(this + 1); }
+    const wchar_t* Characters() const { return reinterpret_cast<const wchar_t*>(this + 1); }
+  };
+  static_assert(alignof(Buffer) % alignof(wchar_t) == 0 && sizeof(Buffer) % sizeof(wchar_t) == 0,
+                "the characters follow the buffer's header");
+
+  // A buffer of its own for `length` characters copied from `text`, with room for `capacity`.
+  static Buffer* NewBuffer(const wchar_t* text, size_t length, size_t capacity);
+  void Assign(const wchar_t* text, size_t length);
+  void Append(const wchar_t* text, size_t length);
+  void Release() noexcept;
+
+  Buffer* m_buffer = nullptr;  // null for the empty string
 };
+
+// Hashes the characters, so that strings, folded names for instance, can key unordered sets.
+namespace std {
+template <>
+struct hash<ZK_wString> {
+  size_t operator()(const ZK_wString& text) const noexcept {
+    return hash<wstring_view>()(text.View());
+  }
+};
+}  // namespace std
 
 // Returns the formatted text, as ZK_wString::FormatVargs; empty on failure.
 ZK_wString ZK_FormatVargs(const wchar_t* format, va_list args);

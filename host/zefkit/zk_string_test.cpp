@@ -47,6 +47,49 @@ TEST(ZkString, TrimsBlanksOrTheCharactersGivenAndConcatenates) {
   EXPECT_EQ(L">" + dashed + ZK_wString(L"<"), L">a-b<");
 }
 
+// Copies share their characters until one changes: every change leaves the other copies as they
+// were, even when the change reads the string's own characters.
+TEST(ZkString, ChangingACopyLeavesTheOthersAsTheyWere) {
+  const ZK_wString original(L"Stance 1");
+  ZK_wString appended = original;
+  appended += L" - Copy";
+  appended += appended;
+  EXPECT_EQ(appended, L"Stance 1 - CopyStance 1 - Copy");
+  ZK_wString trimmed = original;
+  trimmed.TrimLeftAndRight(L"S1");
+  ZK_wString formatted = original;
+  formatted.Format(L"%s (%s)", formatted.Array(), original.Array());
+  ZK_wString emptied = original;
+  emptied.Empty();
+  ZK_wString written = original;
+  wchar_t* characters = written.GetBuffer(3);
+  characters[2] = L'!';
+  written.ReleaseBuffer(3);
+  EXPECT_EQ(original, L"Stance 1");
+  EXPECT_EQ(trimmed, L"tance ");
+  EXPECT_EQ(formatted, L"Stance 1 (Stance 1)");
+  EXPECT_TRUE(emptied.IsEmpty());
+  EXPECT_EQ(written, L"St!");
+  EXPECT_EQ(original.CaseFolded(), L"stance 1");
+  EXPECT_EQ(original, L"Stance 1");
+}
+
+TEST(ZkString, AppendingOneCharacterAtATimeKeepsEveryCharacterAndTheTerminator) {
+  ZK_wString text;
+  ZK_wString before;  // shares the text's characters, so that each append must copy them
+  std::wstring expected;
+  for (int i = 0; i < 1000; ++i) {
+    const wchar_t c = static_cast<wchar_t>(L'a' + i % 26);
+    text += c;
+    expected += c;
+    ASSERT_EQ(before.Length(), i);
+    before = text;
+  }
+  EXPECT_EQ(text.Text(), expected);
+  EXPECT_EQ(text.Array()[text.Length()], L'\0');
+  EXPECT_EQ(ZK_wString(L"a\0b", 3).Length(), 3);
+}
+
 TEST(ZkStringUtf8, RoundTripsNonAsciiAndAstralCharacters) {
   const ZK_wString text(L"Gr\u00FC\u00DF \u0416 \U0001F600");
   EXPECT_EQ(text.ToUtf8(), "Gr\xC3\xBC\xC3\x9F \xD0\x96 \xF0\x9F\x98\x80");

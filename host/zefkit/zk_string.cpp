@@ -60,6 +60,7 @@ bool IsDefaultBlank(wchar_t c) {
 // becomes "%ls" or "%lc", since on the host's platform they take wide arguments.
 std::wstring WidenConversions(const wchar_t* format) {
   std::wstring out;
+  out.reserve(std::wcslen(format) + 8);  // room for a few added 'l's
   for (const wchar_t* p = format; *p; ++p) {
     out += *p;
     if (*p != L'%') continue;
@@ -283,16 +284,20 @@ bool ZK_wString::FormatVargs(const wchar_t* format, va_list args) {
   }
   const std::wstring widened = WidenConversions(format);
   // vswprintf cannot say how much room it needs: grow until the text fits, up to a bound that
-  // keeps a runaway width from eating memory.
+  // keeps a runaway width from eating memory. Most texts fit the first try, on the stack.
+  constexpr size_t kFirst = 256;
   constexpr size_t kMaximum = size_t{1} << 24;
-  for (size_t size = 256; size <= kMaximum; size *= 4) {
-    std::vector<wchar_t> buffer(size);
+  wchar_t first[kFirst];
+  std::vector<wchar_t> grown;
+  for (size_t size = kFirst; size <= kMaximum; size *= 4) {
+    if (size > kFirst) grown.resize(size);
+    wchar_t* buffer = size > kFirst ? grown.data() : first;
     va_list copy;
     va_copy(copy, args);
-    const int written = std::vswprintf(buffer.data(), size, widened.c_str(), copy);
+    const int written = std::vswprintf(buffer, size, widened.c_str(), copy);
     va_end(copy);
     if (written >= 0) {
-      Assign(buffer.data(), static_cast<size_t>(written));
+      Assign(buffer, static_cast<size_t>(written));
       return true;
     }
   }

@@ -117,12 +117,14 @@ void CKorvoDocData::AddFree(const ZK_UUID& id, const ZK_wString& name) {
 bool CKorvoDocData::NameExists(const wchar_t* name) const { return IndexOfName(name) >= 0; }
 
 void CKorvoDocData::RemoveAll() {
-  if (m_entries.IsEmpty()) return;
-  BeforeChange();
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (!InBlock(m_entries[i])) delete m_entries[i];
+  if (!m_entries.IsEmpty()) {
+    BeforeChange();
+    for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+      if (!InBlock(m_entries[i])) delete m_entries[i];
+    }
+    m_entries.RemoveAll();
   }
-  m_entries.RemoveAll();
+  // The block goes even when its entries were all removed one by one before.
   m_block.reset();
   m_block_size = 0;
 }

@@ -103,13 +103,14 @@ class CKorvoDocData {
   // nothing copies nothing.
   void BeforeChange();
   // BeforeChange for a change that replaces every entry: when an open scope has no snapshot yet,
-  // the first such scope is given the entries themselves, in a table of their own, and the others
-  // copies of that table. True when the entries were handed over: the table no longer owns them,
-  // and must drop or replace every pointer it holds.
+  // the first such scope is given the entries themselves, in a table of their own that owns the
+  // block too, and the others copies of that table. True when the entries were handed over: the
+  // table no longer owns them, and must drop or replace every pointer it holds.
   bool HandEntriesToSnapshots();
 
   bool InBlock(const USER_DATA* entry) const;
-  // Destroys an entry the table no longer lists.
+  // Deletes an entry the table no longer lists; one in the block only gives up its name, and its
+  // slot goes with the block.
   void Free(USER_DATA* entry);
 
   int IndexOfName(const wchar_t* name) const;

@@ -74,10 +74,10 @@ void CTsStancesManagerDlg::RebuildListIfChanged() {
   CKorvoDocData* table = Table();
   if (table == nullptr) return;
   const std::wstring names =
-      Joined(table->Count(), [table](int i) { return table->m_entries[i]->m_name.Text(); });
+      Joined(table->Count(), [table](int i) { return table->m_entries[i]->m_name.View(); });
   ZK_ClassArray<ZK_wString>& captions = ListCaptions();
   const std::wstring shown =
-      Joined(captions.Count(), [&captions](int i) { return captions[i].Text(); });
+      Joined(captions.Count(), [&captions](int i) { return captions[i].View(); });
   if (names == shown) return;
   List().SendMessage(LVM_DELETEALLITEMS);
   captions.Empty();

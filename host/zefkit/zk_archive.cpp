@@ -114,7 +114,7 @@ bool ZK_BinaryArchive::WriteString(const ZK_wString& text) {
     m_buffer.push_back(static_cast<unsigned char>(unit >> 8));
     ++units;
   };
-  for (wchar_t w : text.Text()) {
+  for (wchar_t w : text.View()) {
     unsigned long c = static_cast<unsigned long>(w);
     if ((c >= 0xD800 && c <= 0xDFFF) || c > 0x10FFFF) c = 0xFFFD;
     if (c < 0x10000) {

@@ -6,12 +6,14 @@
 #include <cwchar>
 #include <cwctype>
 #include <new>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
 namespace {
 
 constexpr wchar_t kReplacement = 0xFFFD;
+constexpr size_t kMaximumLength = 0x7FFFFFFF;
 
 // The length of the UTF-8 sequence that `lead` starts; 0 for a byte that cannot start one.
 size_t SequenceLength(unsigned char lead) {
@@ -111,6 +113,8 @@ ZK_wString& ZK_wString::operator=(ZK_wString&& other) noexcept {
 }
 
 ZK_wString::Buffer* ZK_wString::NewBuffer(const wchar_t* text, size_t length, size_t capacity) {
+  // As many characters as Length can tell; beyond that the string fails as the standard one does.
+  if (capacity > kMaximumLength) throw std::length_error("ZK_wString too long");
   void* memory = ::operator new(sizeof(Buffer) + (capacity + 1) * sizeof(wchar_t));
   Buffer* buffer = new (memory) Buffer{{1}, length, capacity};
   if (length > 0) std::wmemcpy(buffer->Characters(), text, length);
@@ -131,7 +135,8 @@ void ZK_wString::Append(const wchar_t* text, size_t length) {
   if (!own || m_buffer->capacity - old_length < length) {
     // Doubling keeps a run of appends linear; `text` may lie in the old buffer, which is released
     // only once the new one holds both parts.
-    const size_t capacity = std::max(old_length + length, own ? 2 * m_buffer->capacity : 0);
+    const size_t doubled = own ? std::min(2 * m_buffer->capacity, kMaximumLength) : 0;
+    const size_t capacity = std::max(old_length + length, doubled);
     Buffer* grown = NewBuffer(Array(), old_length, capacity);
     std::wmemcpy(grown->Characters() + old_length, text, length);
     Release();
@@ -160,6 +165,11 @@ void ZK_wString::ReleaseBuffer(int length) {
   const size_t kept = length > 0 ? std::min(static_cast<size_t>(length), m_buffer->capacity) : 0;
   if (kept == 0) {
     Release();
+    return;
+  }
+  if (m_buffer->references.load(std::memory_order_acquire) != 1) {
+    // Not after GetBuffer: the copies keep their text, and only characters there ever were count.
+    Assign(Array(), std::min(kept, m_buffer->length));
     return;
   }
   m_buffer->length = kept;

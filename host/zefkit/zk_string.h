@@ -3,7 +3,9 @@
 //
 // Copies share one buffer (count, length and characters in a single allocation) until one of them
 // changes, so that copying a table of names costs a count per name, not an allocation and a copy
-// of the text. The count is atomic: copies may live on different threads.
+// of the text. The count is atomic: copies may live on different threads. A string holds at most
+// 2^31 - 1 characters (what Length can tell); making a longer one throws std::length_error, as
+// the standard string does past its own limit.
 #pragma once
 
 #include <atomic>
@@ -47,7 +49,7 @@ class ZK_wString {
   // less.
   wchar_t* GetBuffer(int length);
   // Ends GetBuffer: the string is the first `length` characters written, at most as many as were
-  // asked for.
+  // asked for; empty for a length of 0 or less.
   void ReleaseBuffer(int length);
 
   // <0, 0 or >0, code point by code point; exact.

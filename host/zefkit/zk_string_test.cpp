@@ -65,11 +65,14 @@ TEST(ZkString, ChangingACopyLeavesTheOthersAsTheyWere) {
   wchar_t* characters = written.GetBuffer(3);
   characters[2] = L'!';
   written.ReleaseBuffer(3);
+  ZK_wString cut = original;
+  cut.ReleaseBuffer(3);  // without GetBuffer: still a change of this copy only
   EXPECT_EQ(original, L"Stance 1");
   EXPECT_EQ(trimmed, L"tance ");
   EXPECT_EQ(formatted, L"Stance 1 (Stance 1)");
   EXPECT_TRUE(emptied.IsEmpty());
   EXPECT_EQ(written, L"St!");
+  EXPECT_EQ(cut, L"Sta");
   EXPECT_EQ(original.CaseFolded(), L"stance 1");
   EXPECT_EQ(original, L"Stance 1");
 }

@@ -174,6 +174,14 @@ bool RunInstance(const std::string& instance, bool first, Times& times, std::str
   return finished;
 }
 
+// True when an argument starts with `flag`.
+bool HasFlag(int argc, char** argv, const char* flag) {
+  for (int i = 1; i < argc; ++i) {
+    if (std::strncmp(argv[i], flag, std::strlen(flag)) == 0) return true;
+  }
+  return false;
+}
+
 // Takes --rounds=N out of the arguments: N, or `rounds` when it is not there; 0 when N is not a
 // number from 1 to 100.
 int TakeRounds(int& argc, char** argv, int rounds) {
@@ -233,14 +241,6 @@ void PrintTable(const Times& times) {
 int AddRatioRow(const RatioRow& row) {
   Rows().push_back(row);
   return static_cast<int>(Rows().size());
-}
-
-// True when an argument starts with `flag`.
-bool HasFlag(int argc, char** argv, const char* flag) {
-  for (int i = 1; i < argc; ++i) {
-    if (std::strncmp(argv[i], flag, std::strlen(flag)) == 0) return true;
-  }
-  return false;
 }
 
 int main(int argc, char** argv) {

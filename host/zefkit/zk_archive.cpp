@@ -155,7 +155,6 @@ bool ZK_BinaryArchive::ReadString(ZK_wString& text) {
     }
     if (c == 0 || (c >= 0xD800 && c <= 0xDFFF)) {
       m_position = start;
-      out.ReleaseBuffer(0);
       return false;
     }
     characters[length++] = static_cast<wchar_t>(c);

@@ -5,7 +5,8 @@
 //                    objects.
 //   RunScript FILE   run the command lines of a script file.
 //   Exit             end the program.
-// New, Open and Exit ask before they drop unsaved changes, unless started as -New, -Open, -Exit.
+// New, Open and Exit ask what to do with unsaved changes (save, discard or cancel) before they
+// drop them, unless started as -New, -Open, -Exit.
 // File names without an extension get ".tsm".
 #include <sys/stat.h>
 
@@ -68,21 +69,7 @@ class SaveCommand : public CTarsaShellCommand {
  public:
   SaveCommand(const wchar_t* name, const char* id, bool ask_always)
       : CTarsaShellCommand(name, id), m_ask_always(ask_always) {}
-  result Execute(const CTarsaCommandContext&) override {
-    std::string path = TarsaSession().Path();
-    if (m_ask_always || path.empty()) {
-      std::wstring typed;
-      if (!TsAskForText(L"File to save as", typed)) return cancel;
-      path = TsModelFileName(typed);
-    }
-    std::wstring error;
-    if (!TarsaSession().Save(path, error)) {
-      App().Print(L"%s\n", error.c_str());
-      return failure;
-    }
-    App().Print(L"Saved %s.\n", TarsaSession().DisplayName().c_str());
-    return success;
-  }
+  result Execute(const CTarsaCommandContext&) override { return TsSaveModel(m_ask_always); }
 
  private:
   bool m_ask_always;

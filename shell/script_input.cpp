@@ -1,27 +1,37 @@
 #include "shell/script_input.h"
 
 #include <sys/stat.h>
+
 #include <fstream>
 
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_string.h"
+#include "shell/front_end.h"
 
-struct CTarsaScriptInput::Script {
-  std::unique_ptr<std::ifstream> m_file;  // null when reading a stream the caller keeps
-  std::istream* m_stream = nullptr;
-
-  // The next line that is not a comment; false at the end.
-  bool Next(std::wstring& line) {
-    std::string utf8;
-    while (std::getline(*m_stream, utf8)) {
-      if (!utf8.empty() && utf8.back() == '\r') utf8.pop_back();
-      const size_t first = utf8.find_first_not_of(" \t");
-      if (first != std::string::npos && utf8[first] == '#') continue;
-      line = ZK_wString::FromUtf8(utf8).Text();
-      return true;
-    }
-    return false;
+bool TsScriptLines::Next(std::wstring& line) {
+  std::string utf8;
+  while (std::getline(m_stream, utf8)) {
+    if (!utf8.empty() && utf8.back() == '\r') utf8.pop_back();
+    const size_t first = utf8.find_first_not_of(" \t");
+    if (first != std::string::npos && utf8[first] == '#') continue;
+    line = ZK_wString::FromUtf8(utf8).Text();
+    return true;
   }
+  return false;
+}
+
+bool TsOpenScript(const std::string& path, std::ifstream& file, std::wstring& error) {
+  struct stat status;
+  if (stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) file.open(path);
+  if (file.is_open()) return true;
+  error = L"Cannot read the script " + ZK_wString::FromUtf8(path).Text() + L".";
+  return false;
+}
+
+struct CTarsaScriptInput::File {
+  File() : lines(stream) {}
+  std::ifstream stream;
+  TsScriptLines lines;
 };
 
 CTarsaScriptInput::CTarsaScriptInput() = default;
@@ -33,38 +43,22 @@ CTarsaScriptInput& TarsaScriptInput() {
   return input;
 }
 
-void CTarsaScriptInput::SetTerminal(Reader reader) {
-  m_terminal = std::move(reader);
-  m_script.reset();
-}
-
-void CTarsaScriptInput::SetScript(std::istream& stream) {
-  m_script.reset(new Script{nullptr, &stream});
-  m_terminal = nullptr;
-}
-
 bool CTarsaScriptInput::PushScriptFile(const std::string& path, std::wstring& error) {
-  struct stat status;
-  auto file = std::make_unique<std::ifstream>(path);
-  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || !*file) {
-    error = L"Cannot read the script " + ZK_wString::FromUtf8(path).Text() + L".";
-    return false;
-  }
-  std::istream* stream = file.get();
-  m_files.emplace_back(new Script{std::move(file), stream});
+  auto file = std::make_unique<File>();
+  if (!TsOpenScript(path, file->stream, error)) return false;
+  m_files.push_back(std::move(file));
   return true;
 }
 
-bool CTarsaScriptInput::Read(const std::wstring& prompt, std::wstring& line) {
+bool CTarsaScriptInput::Read(const std::wstring& prompt, std::wstring& line, ITsFrontEnd& user) {
   CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
   while (!m_files.empty()) {
-    if (m_files.back()->Next(line)) {
+    if (m_files.back()->lines.Next(line)) {
       command_line.SetEchoUserInput(true);
       return true;
     }
     m_files.pop_back();
   }
-  command_line.SetEchoUserInput(m_terminal == nullptr);
-  if (m_terminal) return m_terminal(prompt, line);
-  return m_script && m_script->Next(line);
+  command_line.SetEchoUserInput(!user.ShowsTyping());
+  return user.ReadLine(prompt, line);
 }

@@ -1,41 +1,51 @@
-// CTarsaScriptInput: where the command line's lines come from. At the bottom the user: a terminal
-// or a script given to the program; above it the script files RunScript started, newest on top,
-// each read to its end before the one below goes on. In script files, lines whose first
-// non-blank character is "#" are comments, and are skipped. One instance, TarsaScriptInput(),
-// installed as the command line's reader by the program.
+// CTarsaScriptInput: where the command line's lines come from. At the bottom the user, through
+// the front end installed (a terminal, the window, or the script given to the program); above it
+// the script files that RunScript started, newest on top, each read to its end before the one
+// below goes on. One instance, TarsaScriptInput(), read by the command line's reader that
+// TsFrontEndScope installs.
 #pragma once
 
-#include <functional>
+#include <fstream>
 #include <istream>
 #include <memory>
 #include <string>
 #include <vector>
 
+class ITsFrontEnd;
+
+// The lines of a script: lines whose first non-blank character is "#" are comments, and are
+// skipped; a "\r" before the line's end is dropped. The caller keeps the stream alive.
+class TsScriptLines {
+ public:
+  explicit TsScriptLines(std::istream& stream) : m_stream(stream) {}
+  // The next line that is not a comment; false at the end.
+  bool Next(std::wstring& line);
+
+ private:
+  std::istream& m_stream;
+};
+
+// Opens the script file at `path` into `file`: false, with a message in `error`, when it is no
+// file that can be read.
+bool TsOpenScript(const std::string& path, std::ifstream& file, std::wstring& error);
+
 class CTarsaScriptInput {
  public:
-  using Reader = std::function<bool(const std::wstring& prompt, std::wstring& line)>;
-
   CTarsaScriptInput();
   ~CTarsaScriptInput();
 
-  // The user's input: a reader of a terminal, whose typing the terminal shows itself.
-  void SetTerminal(Reader reader);
-  // The user's input: a script read from `stream`, which the caller keeps alive.
-  void SetScript(std::istream& stream);
   // Runs the script file at `path` before anything more is read: false, with a message in
   // `error`, when it cannot be read.
   bool PushScriptFile(const std::string& path, std::wstring& error);
 
-  // The next line: from the newest script that has one left, else from the user. Lines from
-  // scripts are shown with their prompts on the command line; a terminal's are not. False at
-  // the end of the user's input.
-  bool Read(const std::wstring& prompt, std::wstring& line);
+  // The next line: from the newest script file that has one left, else from `user`. Lines from
+  // script files are shown with their prompts on the command line, the user's only when the
+  // front end does not show the typing itself. False at the end of the user's input.
+  bool Read(const std::wstring& prompt, std::wstring& line, ITsFrontEnd& user);
 
  private:
-  struct Script;
-  std::vector<std::unique_ptr<Script>> m_files;
-  std::unique_ptr<Script> m_script;
-  Reader m_terminal;
+  struct File;
+  std::vector<std::unique_ptr<File>> m_files;
 };
 
 CTarsaScriptInput& TarsaScriptInput();

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "shell/script_front_end.h"
 #include "testing/host_session_test.h"
 
 namespace {
@@ -18,24 +19,25 @@ class ScriptInputTest : public HostSessionTest {
     std::ofstream(path) << text;
     return path;
   }
+  bool Read(std::wstring& line) { return input_.Read(L"Command:", line, user_); }
   std::vector<std::wstring> ReadAll() {
     std::vector<std::wstring> lines;
     std::wstring line;
-    while (input_.Read(L"Command:", line)) lines.push_back(line);
+    while (Read(line)) lines.push_back(line);
     return lines;
   }
+  std::istringstream typed_{"# a comment\nBox\r\n   # indented comment\n\nList\n"};
+  TsScriptFrontEnd user_{typed_, [](const std::wstring&) {}};
   CTarsaScriptInput input_;
 };
 
 TEST_F(ScriptInputTest, SkipsCommentsAndRunsPushedFilesBeforeTheRest) {
-  std::istringstream user("# a comment\nBox\r\n   # indented comment\n\nList\n");
-  input_.SetScript(user);
   std::wstring line;
-  ASSERT_TRUE(input_.Read(L"Command:", line));
+  ASSERT_TRUE(Read(line));
   EXPECT_EQ(line, L"Box");
   std::wstring error;
   ASSERT_TRUE(input_.PushScriptFile(Write("outer.tsc", "Point\n# note\nMove\n"), error));
-  ASSERT_TRUE(input_.Read(L"Command:", line));
+  ASSERT_TRUE(Read(line));
   EXPECT_EQ(line, L"Point");
   ASSERT_TRUE(input_.PushScriptFile(Write("inner.tsc", "Copy"), error));
   EXPECT_EQ(ReadAll(), (std::vector<std::wstring>{L"Copy", L"Move", L"", L"List"}));

@@ -2,7 +2,9 @@
 
 #include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/standin/tarsa_standin.h"
-#include "shell/command_line_answers.h"
+#include "host/tarsa/tarsa_app.h"
+#include "shell/front_end.h"
+#include "shell/shell_command.h"
 
 CTarsaSession& TarsaSession() {
   static CTarsaSession session;
@@ -47,8 +49,33 @@ bool CTarsaSession::Save(const std::string& path, std::wstring& error) {
 
 bool CTarsaSession::MayDropChanges(bool ask) {
   if (!m_modified || !ask) return true;
-  return TarsaCommandLineAnswers().AskYesNo(L"Drop the unsaved changes to " + DisplayName() + L"?",
-                                            L"");
+  ITsFrontEnd* front_end = TsFrontEnd();
+  if (front_end == nullptr) return false;
+  switch (front_end->AskAboutChanges(DisplayName())) {
+    case ITsFrontEnd::UnsavedChanges::save:
+      return TsSaveModel(false) == CTarsaCommand::success;
+    case ITsFrontEnd::UnsavedChanges::discard:
+      return true;
+    default:
+      return false;
+  }
+}
+
+CTarsaCommand::result TsSaveModel(bool ask_for_file) {
+  CTarsaSession& session = TarsaSession();
+  std::string path = session.Path();
+  if (ask_for_file || path.empty()) {
+    std::wstring typed;
+    if (!TsAskForText(L"File to save as", typed)) return CTarsaCommand::cancel;
+    path = TsModelFileName(typed);
+  }
+  std::wstring error;
+  if (!session.Save(path, error)) {
+    TarsaApp().Print(L"%s\n", error.c_str());
+    return CTarsaCommand::failure;
+  }
+  TarsaApp().Print(L"Saved %s.\n", session.DisplayName().c_str());
+  return CTarsaCommand::success;
 }
 
 void CTarsaSession::Replace(CTarsaDoc* doc, const std::string& path) {

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "host/tarsa/tarsa_command.h"
 #include "host/tarsa/tarsa_event_watcher.h"
 
 class CTarsaSession : public CTarsaEventWatcher {
@@ -32,7 +33,8 @@ class CTarsaSession : public CTarsaEventWatcher {
   bool Save(const std::string& path, std::wstring& error);
 
   // Whether the unsaved changes of the document may be dropped: true when there are none or
-  // `ask` is false; otherwise the user is asked on the command line (Enter keeps them).
+  // `ask` is false; otherwise the front end asks the user, who may save them first (true once
+  // saved), discard them (true) or cancel (false).
   bool MayDropChanges(bool ask);
 
   void OnAddObject(CTarsaDoc& doc, CTarsaObject& object) override;
@@ -53,6 +55,11 @@ class CTarsaSession : public CTarsaEventWatcher {
 };
 
 CTarsaSession& TarsaSession();
+
+// Saves the active document to its file, asking on the command line for a file when it has none
+// or `ask_for_file` is true, and prints what happened: success, cancel when no file was given,
+// failure with the reason when it could not be written.
+CTarsaCommand::result TsSaveModel(bool ask_for_file);
 
 // A file name as the user typed it, with ".tsm" added when it has no extension.
 std::string TsModelFileName(const std::wstring& typed);

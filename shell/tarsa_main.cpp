@@ -1,6 +1,6 @@
 // tarsa: the modeller as a person runs it. It loads the stance plug-in, opens the model given
 // (or starts an empty one) and reads command lines: from a terminal with line editing, or from a
-// script (--script FILE, or standard input), printing exactly what the command line shows. The
+// script (--script FILE, or standard input), printing exactly what the command line shows.
 // With a display and a terminal it opens its window instead, and --picture FILE writes a picture
 // of the window once the commands have run. The exit status is 0, 1 when a command failed or the
 // script could not be read, 2 for bad arguments; a bad argument, model or plug-in gives one line on
@@ -8,16 +8,18 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 
+#include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/standin/tarsa_plugin_loader.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_plugin.h"
 #include "host/zefkit/standin/zk_uuid_seed.h"
-#include "shell/command_line_answers.h"
-#include "shell/panel_text.h"
+#include "shell/front_end.h"
 #include "shell/plugin_loading.h"
 #include "shell/program_options.h"
+#include "shell/script_front_end.h"
 #include "shell/script_input.h"
 #include "shell/session.h"
 #include "shell/terminal.h"
@@ -29,15 +31,57 @@ void Fail(const std::wstring& message) {
   std::fprintf(stderr, "tarsa: %s\n", ZK_wString(message).ToUtf8().c_str());
 }
 
-void Write(const std::wstring& text) {
+void WriteOut(const std::wstring& text) {
   const std::string utf8 = ZK_wString(text).ToUtf8();
   std::fwrite(utf8.data(), 1, utf8.size(), stdout);
   std::fflush(stdout);
 }
 
+// The program with `front_end` installed: it says what it loaded, opens the model (what opening
+// prints is shown) and runs what the user gives until the input ends. 1 when the model cannot be
+// opened, else 0.
+int RunWith(ITsFrontEnd& front_end, const TsProgramOptions& options, CTarsaPlugIn* plug_in) {
+  const TsFrontEndScope installed(front_end);
+  CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
+  if (plug_in) {
+    const std::string path = CTarsaPlugInLoader::Path(*plug_in);
+    const std::string file = path.substr(path.find_last_of('/') + 1);
+    command_line.Print(std::wstring(L"Loaded the plug-in ") + plug_in->PlugInName() + L" from " +
+                       ZK_wString::FromUtf8(file).Text() + L".\n");
+  }
+  std::wstring error;
+  if (!TarsaSession().Start(options.m_model, error)) {
+    Fail(error);
+    return 1;
+  }
+  if (!options.m_model.empty()) {
+    command_line.Print(L"Opened " + TarsaSession().DisplayName() + L".\n");
+  }
+  if (front_end.ShowsTyping()) {
+    command_line.Print(L"Help lists the commands; Exit ends the program.\n");
+  }
+  command_line.ProcessInput();
+  return 0;
+}
+
+// A terminal whose input ended (it was closed) cannot be asked about unsaved changes: they are
+// kept in a file beside the model, which the user is told about.
+void KeepUnsavedChanges() {
+  if (!TarsaSession().IsModified()) return;
+  const std::string model = TarsaSession().Path().empty() ? "Untitled.tsm" : TarsaSession().Path();
+  const std::string kept = model + ".unsaved.tsm";
+  std::wstring error;
+  CTarsaDoc* doc = TarsaSession().Document();
+  if (doc != nullptr && TsWriteModelFile(*doc, kept, error)) {
+    Fail(L"the input ended; the unsaved changes are in " + ZK_wString::FromUtf8(kept).Text() +
+         L".");
+  } else {
+    Fail(L"the input ended; the unsaved changes could not be kept: " + error);
+  }
+}
+
 int Run(const TsProgramOptions& options) {
   if (options.m_seeded) ZK_SeedUuids(options.m_seed);
-  CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
   std::wstring error;
   CTarsaPlugIn* plug_in = nullptr;
   if (!options.m_no_plugin) {
@@ -47,51 +91,31 @@ int Run(const TsProgramOptions& options) {
       return 1;
     }
   }
-  CTarsaScriptInput& input = TarsaScriptInput();
   // The window serves a person at a terminal with a display; scripts and pictures never wait.
-  const bool terminal =
-      options.m_script.empty() && options.m_picture.empty() && isatty(STDIN_FILENO);
-  const bool window = terminal && TsDisplayAvailable();
-  if (!options.m_script.empty() && !input.PushScriptFile(options.m_script, error)) {
-    Fail(error);
-    return 1;
+  const bool person = options.m_script.empty() && options.m_picture.empty() && isatty(STDIN_FILENO);
+  int status = 0;
+  if (person && TsDisplayAvailable()) {
+    status = TsRunInWindow([&](ITsFrontEnd& window) { return RunWith(window, options, plug_in); });
+  } else if (person) {
+    TsTerminal terminal(STDIN_FILENO, STDOUT_FILENO);
+    status = RunWith(terminal, options, plug_in);
+    if (status == 0 && terminal.Ended()) KeepUnsavedChanges();
+  } else {
+    std::ifstream file;
+    if (!options.m_script.empty() && !TsOpenScript(options.m_script, file, error)) {
+      Fail(error);
+      return 1;
+    }
+    TsScriptFrontEnd script(options.m_script.empty() ? std::cin : file, WriteOut);
+    status = RunWith(script, options, plug_in);
   }
-  if (!TarsaSession().Start(options.m_model, error)) {
-    Fail(error);
-    return 1;
-  }
-  if (!window) command_line.SetWriter(Write);
-  if (plug_in) {
-    const std::string path = CTarsaPlugInLoader::Path(*plug_in);
-    const std::string file = path.substr(path.find_last_of('/') + 1);
-    command_line.Print(std::wstring(L"Loaded the plug-in ") + plug_in->PlugInName() + L" from " +
-                       ZK_wString::FromUtf8(file).Text() + L".\n");
-  }
-  if (!options.m_model.empty())
-    command_line.Print(L"Opened " + TarsaSession().DisplayName() + L".\n");
-  if (window) {
-    SetUserAnswers(&TarsaCommandLineAnswers());
-    TsRunCommandLineInWindow();
-    return command_line.FailedCommandCount() > 0 ? 1 : 0;
-  }
-  if (terminal) {
-    input.SetTerminal(TsTerminalReader());
-    command_line.Print(L"Help lists the commands; Exit ends the program.\n");
-  } else if (options.m_script.empty()) {
-    input.SetScript(std::cin);
-  }
-  // Waiting for the user is when the host is idle, and when the panels show what changed.
-  command_line.SetReader([&input](const std::wstring& prompt, std::wstring& line) {
-    TsShowPanelChanges();
-    return input.Read(prompt, line);
-  });
-  SetUserAnswers(&TarsaCommandLineAnswers());
-  command_line.ProcessInput();
-  if (!options.m_picture.empty() &&
+  CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
+  if (status == 0 && !options.m_picture.empty() &&
       !TsWriteWindowPicture(options.m_picture, command_line.TakeOutput(), error)) {
     Fail(error);
     return 1;
   }
+  if (status != 0) return status;
   return command_line.FailedCommandCount() > 0 ? 1 : 0;
 }
 
@@ -111,7 +135,6 @@ int main(int argc, char** argv) {
   const int status = Run(options);
   // Documents go before the plug-in whose records their objects carry.
   CTarsaStandIn::Reset();
-  SetUserAnswers(nullptr);
   TarsaSession().UnRegister();
   return status;
 }

@@ -12,7 +12,8 @@
 #   # setup: FILE   a script run first, silently, in the same folder (a path from the
 #                   repository's root), to make the files the story starts from
 # The program runs in an empty folder of its own. On a difference the first differing line is
-# shown.
+# shown. With KORVO_UPDATE_TRANSCRIPTS=1 in the environment the output becomes the expected one
+# (review the change with git diff).
 set -uo pipefail
 tarsa=$(realpath "$1")
 modules=$2
@@ -44,6 +45,9 @@ else
 fi
 status=$?
 
+if [ "${KORVO_UPDATE_TRANSCRIPTS:-0}" = 1 ]; then
+  if [ -s out.txt ]; then cp out.txt "$expected_out"; else rm -f "$expected_out"; fi
+fi
 failed=0
 # Reports the first line where two files differ.
 compare() {  # what expected actual

@@ -21,6 +21,15 @@ class QuestionScope {
   CTarsaQuestion m_before;
 };
 
+// The span of one question, all of its answers, for the command line.
+class WholeQuestionScope {
+ public:
+  WholeQuestionScope() { CommandLine().BeginQuestion(); }
+  ~WholeQuestionScope() { CommandLine().EndQuestion(); }
+  WholeQuestionScope(const WholeQuestionScope&) = delete;
+  WholeQuestionScope& operator=(const WholeQuestionScope&) = delete;
+};
+
 bool SameText(const std::wstring& a, const wchar_t* b) {
   return ZK_wString(a).CompareNoCase(b) == 0;
 }
@@ -91,6 +100,7 @@ const CTarsaCommandOption* CTarsaGet::Option() const {
 CTarsaGet::result CTarsaGet::Ask() {
   m_result = no_result;
   m_string.clear();
+  const WholeQuestionScope question;
   for (;;) {
     const QuestionScope asking(Question());
     const CTarsaToken token = CommandLine().Ask(PromptLine());
@@ -217,7 +227,10 @@ CTarsaGet::result CTarsaGetObject::GetObjects(int minimum, int maximum) {
     for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
       if (object->IsSelected()) m_objects.push_back(object);
     }
-    if (ObjectCount() >= m_minimum) return m_result = object;
+    if (ObjectCount() >= m_minimum) {
+      CommandLine().PassOverPause();
+      return m_result = object;
+    }
     Clear();
   }
   return Ask();
@@ -234,7 +247,9 @@ bool CTarsaGetObject::TakeEnter() {
     return true;
   }
   Clear();
-  return CTarsaGet::TakeEnter();
+  // Enter with nothing picked ends the picking as cancelling does, rather than asking forever.
+  if (!CTarsaGet::TakeEnter()) m_result = cancel;
+  return true;
 }
 
 bool CTarsaGetObject::TakeText(const CTarsaToken& token) {

@@ -122,7 +122,8 @@ class CTarsaGetString : public CTarsaGet {
 };
 
 // Objects are picked by name (every pickable object of that name) or by id; Enter ends the
-// picking. Pickable: normal objects of the active model, lights included.
+// picking, and with none picked cancels the question. Pickable: normal objects of the active
+// model, lights included.
 class CTarsaGetObject : public CTarsaGet {
  public:
   // With pre-selection, objects selected before the prompt are the answer, without asking.

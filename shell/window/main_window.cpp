@@ -4,23 +4,21 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QFileDialog>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QToolButton>
 #include <QVBoxLayout>
-#include <cwctype>
 
 #include "host/tarsa/standin/tarsa_standin.h"
-#include "shell/completion.h"
 #include "shell/session.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
+#include "shell/window/window_answers.h"
 
 namespace {
 
@@ -33,58 +31,90 @@ std::wstring Quoted(const std::wstring& text) {
   return quoted + L"\"";
 }
 
+QString Escaped(const std::wstring& text) { return QString::fromStdWString(text).toHtmlEscaped(); }
+
+// The words a prompt offers between " ( " and " )" at its end, and where that list starts.
+std::vector<std::wstring> OfferedWords(const std::wstring& prompt, size_t& start) {
+  std::vector<std::wstring> words;
+  start = prompt.rfind(L" ( ");
+  const size_t close = prompt.rfind(L" )");
+  if (start == std::wstring::npos || close == std::wstring::npos || close < start) {
+    start = prompt.size();
+    return words;
+  }
+  size_t at = start + 3;
+  while (at < close) {
+    size_t end = prompt.find(L' ', at);
+    if (end == std::wstring::npos || end > close) end = close;
+    if (end > at) words.push_back(prompt.substr(at, end - at));
+    at = end + 1;
+  }
+  return words;
+}
+
 }  // namespace
 
-TsMainWindow::TsMainWindow() {
+TsMainWindow::TsMainWindow()
+    : m_user({[] { QEventLoop().processEvents(QEventLoop::WaitForMoreEvents); },
+              [this](const std::wstring& prompt) { ShowPrompt(prompt); },
+              [this](const std::wstring& text) { Write(text); }}) {
   auto* splitter = new QSplitter(Qt::Vertical, this);
   m_view = new TsModelView(splitter);
-  m_view->SetPicked(
-      [this](const std::vector<const CTarsaObject*>& objects, bool add) { Picked(objects, add); });
+  m_view->SetPicked([this](const std::vector<const CTarsaObject*>& objects, bool add) {
+    std::vector<ZK_UUID> ids;
+    for (const CTarsaObject* object : objects) ids.push_back(object->ModelObjectId());
+    m_user.Pick(ids, add);
+  });
+  m_view->SetRightClicked([this] { m_user.EndPicking(); });
   auto* bottom = new QWidget(splitter);
   auto* layout = new QVBoxLayout(bottom);
   layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(2);
   m_output = new QPlainTextEdit(bottom);
   m_output->setReadOnly(true);
   m_output->setFont(QFont("monospace"));
-  layout->addWidget(m_output);
-  auto* line = new QHBoxLayout();
+  layout->addWidget(m_output, 1);
+  // The prompt wraps within the width the window has: however many options it offers, it never
+  // widens the window.
   m_prompt = new QLabel(QStringLiteral("Command:"), bottom);
-  m_options = new QWidget(bottom);
-  m_options_layout = new QHBoxLayout(m_options);
-  m_options_layout->setContentsMargins(0, 0, 0, 0);
-  m_options_layout->setSpacing(2);
+  m_prompt->setWordWrap(true);
+  m_prompt->setTextFormat(Qt::RichText);
+  m_prompt->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+  m_prompt->setTextInteractionFlags(Qt::LinksAccessibleByMouse);
+  connect(m_prompt, &QLabel::linkActivated, this,
+          [this](const QString& link) { ChooseOption(static_cast<size_t>(link.toULongLong())); });
+  layout->addWidget(m_prompt);
   m_input = new QLineEdit(bottom);
   m_input->installEventFilter(this);
-  line->addWidget(m_prompt);
-  line->addWidget(m_options);
-  line->addWidget(m_input, 1);
-  layout->addLayout(line);
+  layout->addWidget(m_input);
   splitter->addWidget(m_view);
   splitter->addWidget(bottom);
   splitter->setStretchFactor(0, 3);
   splitter->setStretchFactor(1, 1);
   setCentralWidget(splitter);
-  m_dock = new TsPanelDock(this, [this] { Acted(); });
+  m_dock = new TsPanelDock(this,
+                           [this](std::function<void()> action) { m_user.Act(std::move(action)); });
+  m_answers = std::make_unique<TsWindowAnswers>(this, *m_dock);
   addDockWidget(Qt::RightDockWidgetArea, m_dock);
   resizeDocks({m_dock}, {240}, Qt::Horizontal);
   connect(m_input, &QLineEdit::returnPressed, this, [this] {
     const std::wstring typed = m_input->text().toStdWString();
     m_input->clear();
-    if (!typed.empty() && (m_history.empty() || m_history.back() != typed)) {
-      m_history.push_back(typed);
-    }
-    m_history_at = m_history.size();
-    Answer(typed, typed);
+    m_history.Add(typed);
+    m_user.Enter(typed);
   });
   MakeMenus();
   resize(1000, 700);
 }
 
+TsMainWindow::~TsMainWindow() = default;
+
 void TsMainWindow::MakeMenus() {
   const auto command = [this](QMenu* menu, const QString& text, const wchar_t* name,
                               const QKeySequence& keys = QKeySequence()) {
     const std::wstring macro = name;
-    menu->addAction(text, keys, this, [this, macro] { RunFromMenu(macro); });
+    QAction* action = menu->addAction(text, keys, this, [this, macro] { RunFromMenu(macro); });
+    action->setShortcutContext(Qt::ApplicationShortcut);
   };
   QMenu* file = menuBar()->addMenu("&File");
   command(file, "&New", L"_New", QKeySequence::New);
@@ -120,89 +150,71 @@ void TsMainWindow::Refresh() {
   m_dock->Refresh();
 }
 
+void TsMainWindow::Idle() {
+  CTarsaStandIn::RunIdleWork();
+  Refresh();
+}
+
+bool TsMainWindow::ReadLine(const std::wstring& prompt, std::wstring& line) {
+  return m_user.Read(prompt, line);
+}
+
 void TsMainWindow::Write(const std::wstring& text) {
   m_output->moveCursor(QTextCursor::End);
   m_output->insertPlainText(QString::fromStdWString(text));
   m_output->verticalScrollBar()->setValue(m_output->verticalScrollBar()->maximum());
 }
 
-bool TsMainWindow::Read(const std::wstring& prompt, std::wstring& line) {
-  // The host is idle while it waits: the panels' pending rebuilds are carried out, and the dock
-  // shows the panel (the window shows no panel as text).
-  CTarsaStandIn::RunIdleWork();
-  Refresh();
-  m_prompt_text = prompt;
-  m_prompt->setText(QString::fromStdWString(prompt));
-  ShowOptions();
-  m_answer.reset();
-  m_interrupted = false;
-  m_reading = true;
-  while (!m_closed && !m_answer && !m_interrupted) {
-    QEventLoop().processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents);
+IUserAnswers& TsMainWindow::Answers() { return *m_answers; }
+
+ITsFrontEnd::UnsavedChanges TsMainWindow::AskAboutChanges(const std::wstring& document) {
+  QMessageBox box(QMessageBox::Warning, "tarsa",
+                  QString::fromStdWString(L"Save the changes to " + document + L"?"),
+                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+  box.setDefaultButton(QMessageBox::Save);
+  switch (box.exec()) {
+    case QMessageBox::Save:
+      return UnsavedChanges::save;
+    case QMessageBox::Discard:
+      return UnsavedChanges::discard;
+    default:
+      return UnsavedChanges::cancel;
   }
-  m_reading = false;
-  if (m_closed || m_interrupted) return false;
-  line = m_answer->first;
-  Write(prompt + L" " + m_answer->second + L"\n");
-  m_answer.reset();
-  return true;
 }
 
-void TsMainWindow::Answer(const std::wstring& line, const std::wstring& shown) {
-  if (m_reading) m_answer = std::make_pair(line, shown);
-}
-
-std::vector<QWidget*> TsMainWindow::OptionButtons() const {
-  std::vector<QWidget*> buttons;
-  for (int i = 0; i < m_options_layout->count(); ++i) {
-    buttons.push_back(m_options_layout->itemAt(i)->widget());
-  }
-  return buttons;
-}
-
-void TsMainWindow::ShowOptions() {
-  while (QLayoutItem* item = m_options_layout->takeAt(0)) {
-    delete item->widget();
-    delete item;
-  }
-  for (const CTarsaQuestion::Option& option : CommandLine().Question().options) {
-    auto* button = new QToolButton(m_options);
-    button->setText(QString::fromStdWString(option.shown));
-    button->setAutoRaise(true);
-    const std::wstring word = option.word, shown = option.shown;
-    connect(button, &QToolButton::clicked, this, [this, word, shown] { Answer(word, shown); });
-    m_options_layout->addWidget(button);
-  }
-  m_options->setVisible(m_options_layout->count() > 0);
-}
-
-void TsMainWindow::Picked(const std::vector<const CTarsaObject*>& objects, bool add) {
-  if (m_reading && CommandLine().Question().objects) {
-    if (objects.empty()) return;
-    std::wstring ids, names;
-    for (const CTarsaObject* object : objects) {
-      ids += (ids.empty() ? L"" : L" ") +
-             std::wstring(ZK_UuidToString(object->ModelObjectId()).Text());
-      const std::wstring name = object->Attributes().m_name.Text();
-      names += (names.empty() ? L"" : L", ") + (name.empty() ? std::wstring(L"(unnamed)") : name);
+void TsMainWindow::ShowPrompt(const std::wstring& prompt) {
+  Idle();
+  if (prompt == m_shown_prompt) return;
+  m_shown_prompt = prompt;
+  size_t start = 0;
+  const std::vector<std::wstring> offered = OfferedWords(prompt, start);
+  m_option_labels.clear();
+  m_option_words.clear();
+  QString text = Escaped(prompt.substr(0, start));
+  if (!offered.empty()) {
+    text += " (";
+    for (const std::wstring& shown : offered) {
+      // An option of the question answers with its English name; a value with itself.
+      std::wstring word = shown.substr(0, shown.find(L'='));
+      for (const CTarsaQuestion::Option& option : CommandLine().Question().options) {
+        if (option.shown == shown) word = option.word;
+      }
+      text += QString(" <a href=\"%1\">%2</a>").arg(m_option_labels.size()).arg(Escaped(shown));
+      m_option_labels.push_back(shown);
+      m_option_words.push_back(word);
     }
-    Answer(ids, names);
-    return;
+    text += " )" + Escaped(prompt.substr(prompt.rfind(L" )") + 2));
   }
-  CTarsaDoc* doc = CommandLine().Document();
-  if (doc == nullptr) return;
-  if (!add) doc->UnselectAll();
-  for (const CTarsaObject* object : objects) object->Select(!(add && object->IsSelected()));
-  Refresh();
+  m_prompt->setText(text);
+}
+
+void TsMainWindow::ChooseOption(size_t index) {
+  if (index >= m_option_words.size()) return;
+  m_user.Choose(m_shown_prompt, m_option_words[index], m_option_labels[index]);
 }
 
 void TsMainWindow::RunFromMenu(const std::wstring& command) {
-  if (CommandLine().RunningCommand() == nullptr) {
-    Answer(command, command);
-    return;
-  }
-  CommandLine().RunWhenNoCommand([command] { CommandLine().RunScript(command.c_str(), 1); });
-  m_interrupted = true;
+  m_user.Act([command] { CommandLine().RunScript(command.c_str(), 0); });
 }
 
 void TsMainWindow::RunWithFile(const wchar_t* command, const QString& caption, bool save) {
@@ -213,78 +225,61 @@ void TsMainWindow::RunWithFile(const wchar_t* command, const QString& caption, b
   RunFromMenu(std::wstring(command) + L" " + Quoted(path.toStdWString()));
 }
 
-void TsMainWindow::Acted() {
-  // A command that waited for input is cancelled before the host carries out the action.
-  if (CommandLine().RunningCommand() != nullptr) m_interrupted = true;
-  CTarsaStandIn::RunIdleWork();
-  Refresh();
-}
-
 void TsMainWindow::Complete() {
-  const std::wstring line = m_input->text().toStdWString();
-  const size_t blank = line.find_last_of(L' ');
-  const size_t start = blank == std::wstring::npos ? 0 : blank + 1;
-  const std::vector<std::wstring> found = TsCompletions(m_prompt_text, line.substr(start));
-  if (found.empty()) return;
-  // The longest beginning that every completion shares, letter case as the first has it.
-  std::wstring common = found.front();
-  for (const std::wstring& other : found) {
-    size_t n = 0;
-    while (n < common.size() && n < other.size() &&
-           std::towlower(common[n]) == std::towlower(other[n])) {
-      ++n;
-    }
-    common.resize(n);
-  }
-  if (found.size() == 1) {
-    common += L" ";
-  } else {
+  const TsCompletedLine completed = TsCompleteLine(m_shown_prompt, m_input->text().toStdWString());
+  if (!completed.choices.empty()) {
     std::wstring listed;
-    for (const std::wstring& name : found) listed += name + L"  ";
+    for (const std::wstring& name : completed.choices) listed += name + L"  ";
     Write(listed + L"\n");
   }
-  m_input->setText(QString::fromStdWString(line.substr(0, start) + common));
+  m_input->setText(QString::fromStdWString(completed.line));
 }
 
 void TsMainWindow::Recall(int step) {
-  if (m_history.empty()) return;
-  const long at = static_cast<long>(m_history_at) + step;
-  if (at < 0) return;
-  m_history_at = std::min(static_cast<size_t>(at), m_history.size());
-  m_input->setText(m_history_at < m_history.size()
-                       ? QString::fromStdWString(m_history[m_history_at])
-                       : QString());
+  m_input->setText(QString::fromStdWString(m_history.Recall(step, m_input->text().toStdWString())));
+}
+
+bool TsMainWindow::UndoKey(QObject* watched, QKeyEvent* event) {
+  const bool undo = event->matches(QKeySequence::Undo);
+  if (!undo && !event->matches(QKeySequence::Redo)) return false;
+  // The field undoes its own typing while it holds text; else the keys are the model's.
+  if (watched == m_input && !m_input->text().isEmpty()) return false;
+  if (event->type() == QEvent::ShortcutOverride) {
+    event->accept();
+    return true;
+  }
+  RunFromMenu(undo ? L"_Undo" : L"_Redo");
+  return true;
 }
 
 bool TsMainWindow::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == m_input && event->type() == QEvent::KeyPress) {
-    switch (static_cast<QKeyEvent*>(event)->key()) {
-      case Qt::Key_Tab:
-        Complete();
-        return true;
-      case Qt::Key_Up:
-        Recall(-1);
-        return true;
-      case Qt::Key_Down:
-        Recall(1);
-        return true;
-      case Qt::Key_Escape:
-        Answer(L"_Escape", L"(cancelled)");
-        return true;
-      default:
-        break;
-    }
+  if (watched != m_input) return QMainWindow::eventFilter(watched, event);
+  if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (UndoKey(watched, key)) return true;
   }
-  return QMainWindow::eventFilter(watched, event);
+  if (event->type() != QEvent::KeyPress) return QMainWindow::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Tab:
+      Complete();
+      return true;
+    case Qt::Key_Up:
+      Recall(-1);
+      return true;
+    case Qt::Key_Down:
+      Recall(1);
+      return true;
+    case Qt::Key_Escape:
+      m_input->clear();
+      m_user.Escape();
+      return true;
+    default:
+      return QMainWindow::eventFilter(watched, event);
+  }
 }
 
 void TsMainWindow::closeEvent(QCloseEvent* event) {
-  // Unsaved changes are asked about by the Exit command, which ends the program when allowed.
-  if (m_reading && TarsaSession().IsModified()) {
-    event->ignore();
-    RunFromMenu(L"_Exit");
-    return;
-  }
-  m_closed = true;
-  event->accept();
+  // The window closes when the program ends: Exit asks about unsaved changes first.
+  event->ignore();
+  m_user.Close();
 }

@@ -1,44 +1,53 @@
-// TsMainWindow: the host program's window. The view of the model fills it; below are the command
-// line's output and the line where the user types at the prompt shown beside it, with a button
-// for each option the prompt offers; the host's open list panel is docked at the right; the menus
-// run the host's file, edit and view commands. The window serves as the command line's reader
-// and writer: Read() shows the prompt and runs the window's events until the user answers it
-// (typing a line, clicking an option, picking objects in the view when the prompt takes them,
-// choosing a menu command), acts on the panel while a command waits, or closes the window.
-// Owned by the program while it runs.
+// TsMainWindow: the host program's window, and the front end the program runs it as. The view of
+// the model fills it; below are the command line's output, the prompt that waits (its options are
+// links that answer it, and the text wraps within the window's width) and the line where the user
+// types; the host's open list panel is docked at the right; the menus run the host's file, edit
+// and view commands. The widgets only report what the user does to a TsWindowInput, which answers
+// the command line: see shell/window_input.h. Owned by the program while it runs.
 #pragma once
 
 #include <QMainWindow>
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
-class CTarsaObject;
+#include "shell/front_end.h"
+#include "shell/line_editing.h"
+#include "shell/window_input.h"
+
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
-class QHBoxLayout;
 class TsPanelDock;
 class TsModelView;
+class TsWindowAnswers;
 
-class TsMainWindow : public QMainWindow {
+class TsMainWindow : public QMainWindow, public ITsFrontEnd {
  public:
   TsMainWindow();
+  ~TsMainWindow() override;
 
-  // Shows the view, the panel, the title and the prompt's options as the host has them now.
+  // Shows the view, the panel and the title as the host has them now.
   void Refresh();
-  // Appends text to the command line's output.
-  void Write(const std::wstring& text);
-  // The command line's reader: true with the line the user entered; false when the window was
-  // closed, or when the user acted on the panel or chose a menu command while a command waited
-  // (the host then cancels the command and carries out the action).
-  bool Read(const std::wstring& prompt, std::wstring& line);
+
+  // The front end: the host's idle work and a refresh; the next line from what the user does;
+  // text appended to the output; the window's dialogs; a message box with Save, Discard, Cancel.
+  void Idle() override;
+  bool ReadLine(const std::wstring& prompt, std::wstring& line) override;
+  void Write(const std::wstring& text) override;
+  bool ShowsTyping() const override { return true; }
+  IUserAnswers& Answers() override;
+  UnsavedChanges AskAboutChanges(const std::wstring& document) override;
 
   TsPanelDock* Dock() const { return m_dock; }
   TsModelView* View() const { return m_view; }
   QLineEdit* Input() const { return m_input; }
-  // The buttons of the options the waiting prompt offers, in its order.
-  std::vector<QWidget*> OptionButtons() const;
+  QLabel* PromptLabel() const { return m_prompt; }
+  TsWindowInput& UserInput() { return m_user; }
+  // The options of the prompt that waits, as its links show them, in its order.
+  const std::vector<std::wstring>& OptionLabels() const { return m_option_labels; }
+  // Clicks the option link `index` of the prompt that waits.
+  void ChooseOption(size_t index);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -46,35 +55,29 @@ class TsMainWindow : public QMainWindow {
 
  private:
   void MakeMenus();
-  void Acted();
-  // Runs a command as the menus do: at once when none runs, else after cancelling the one that
-  // waits.
+  // Runs a host command as the menus do: at once at "Command:", else after cancelling the
+  // command that waits.
   void RunFromMenu(const std::wstring& command);
   // A file chosen in a dialog, as a quoted answer, and the command run with it.
   void RunWithFile(const wchar_t* command, const QString& caption, bool save);
-  // Answers the waiting prompt with `line`, showing `shown` after the prompt.
-  void Answer(const std::wstring& line, const std::wstring& shown);
-  // The objects picked in the view: the answer of a prompt that takes objects, else the
-  // document's selection.
-  void Picked(const std::vector<const CTarsaObject*>& objects, bool add);
-  void ShowOptions();
-  // Tab: completes the last word of the line with a command or option name.
+  void ShowPrompt(const std::wstring& prompt);
+  // Tab: completes the last word of the line.
   void Complete();
-  // Up and Down: an earlier or later line of this session.
+  // Up and Down: the earlier or later line of the history that starts as the typed text does.
   void Recall(int step);
+  // Undo or Redo of the model, whatever has the focus: the typing field keeps its own undo while
+  // it holds text.
+  bool UndoKey(QObject* watched, QKeyEvent* event);
 
   TsModelView* m_view = nullptr;
   QPlainTextEdit* m_output = nullptr;
   QLabel* m_prompt = nullptr;
-  QWidget* m_options = nullptr;
-  QHBoxLayout* m_options_layout = nullptr;
   QLineEdit* m_input = nullptr;
   TsPanelDock* m_dock = nullptr;
-  std::wstring m_prompt_text;
-  std::optional<std::pair<std::wstring, std::wstring>> m_answer;  // the line and how it shows
-  std::vector<std::wstring> m_history;
-  size_t m_history_at = 0;
-  bool m_reading = false;
-  bool m_closed = false;
-  bool m_interrupted = false;
+  std::unique_ptr<TsWindowAnswers> m_answers;
+  TsWindowInput m_user;
+  TsLineHistory m_history;
+  std::wstring m_shown_prompt;
+  std::vector<std::wstring> m_option_labels;
+  std::vector<std::wstring> m_option_words;
 };

@@ -1,5 +1,6 @@
 #include "shell/window/main_window.h"
 
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -10,6 +11,7 @@
 #include <functional>
 
 #include "host/tarsa/tarsa_dockbar.h"
+#include "host/tarsa/tarsa_named_object_panel.h"
 #include "panel/stances_panel.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
@@ -18,51 +20,49 @@
 
 namespace {
 
-// The window as the program runs it: the command line reads from it and writes to it.
+// The window as the program runs it: its front end installed, the Stances panel docked, and the
+// user's steps taken while the command line waits for them.
 class MainWindowTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
     window_ = std::make_unique<TsMainWindow>();
-    CommandLine().SetReader([this](const std::wstring& prompt, std::wstring& line) {
-      return window_->Read(prompt, line);
-    });
-    CommandLine().SetEchoUserInput(false);  // the window shows the answers itself
+    front_end_ = std::make_unique<TsFrontEndScope>(*window_);
+    ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
     window_->show();
   }
   void TearDown() override {
     user_.Stop();
-    CommandLine().SetReader(nullptr);
+    front_end_.reset();
     window_.reset();
     StanceDocumentTest::TearDown();
   }
 
   static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
   TsModelView& View() { return *window_->View(); }
-  void Refresh() {
-    CTarsaStandIn::RunIdleWork();
-    window_->Refresh();
-  }
-  // The user's steps while `command` runs from the command line, answering the window's prompts.
-  void Run(const wchar_t* command) { CommandLine().RunCommand(command); }
-  bool Prompting(const wchar_t* start) const {
-    return window_->findChild<QLabel*>()->text().startsWith(QString::fromWCharArray(start));
-  }
-  // The user's next step, taken once the window prompts with `prompt`; it may set the one after.
+  // The user's next step, taken once the window waits at `prompt` with nothing left to take; it
+  // may set the step after it.
   void At(const wchar_t* prompt, std::function<void()> step) {
     user_.Then([this, prompt, step] {
-      if (!Prompting(prompt)) return false;
+      const std::wstring& waiting = window_->UserInput().Waiting();
+      if (!window_->UserInput().Idle() || waiting.rfind(prompt, 0) != 0) return false;
       step();
       return true;
     });
+  }
+  // Runs the program's command line until a step types -Exit.
+  void RunUser() {
+    CommandLine().ProcessInput();
+    CommandLine().TakeOutput();
   }
   void Type(const QString& text) {
     window_->Input()->setText(text);
     Press(window_->Input(), Qt::Key_Return);
   }
-  void Click(QPointF at, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    Mouse(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, modifiers);
-    Mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, modifiers);
+  void Click(QPointF at, Qt::MouseButton button = Qt::LeftButton,
+             Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    Mouse(QEvent::MouseButtonPress, at, button, button, modifiers);
+    Mouse(QEvent::MouseButtonRelease, at, button, Qt::NoButton, modifiers);
   }
   void Drag(QPointF from, QPointF to) {
     Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
@@ -74,105 +74,173 @@ class MainWindowTest : public StanceDocumentTest {
     QMouseEvent event(type, at, View().mapToGlobal(at), button, held, modifiers);
     QApplication::sendEvent(&View(), &event);
   }
+  // The panel's Save clicked; its name dialog, once it shows, answered with `name`; then `next`.
+  void ClickSave(const QString& name, std::function<void()> next) {
+    window_->Dock()->Button(CTsNamedDocObjectManagerDlg::save_button)->click();
+    user_.Then([name, next] {
+      auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return false;
+      dialog->setTextValue(name);
+      dialog->accept();
+      next();
+      return true;
+    });
+  }
   // A point on the object's drawing: its first drawn point.
   QPointF On(const ZK_UUID& id) { return View().DrawnPoints(id).at(0); }
   // The command line's output as the window shows it.
   QString Shown() const { return window_->findChild<QPlainTextEdit*>()->toPlainText(); }
   bool Selected(const ZK_UUID& id) const { return Object(id)->IsSelected() != 0; }
+  // The ids of the objects that carry the stance `name`.
+  std::vector<ZK_UUID> Members(const wchar_t* name) const {
+    std::vector<ZK_UUID> members;
+    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
+    if (stance == nullptr) return members;
+    for (const ZK_UUID& id : AllObjects()) {
+      const CKorvoUserData* record = RecordOf(id);
+      if (record != nullptr && record->HasEntry(stance->m_id)) members.push_back(id);
+    }
+    return members;
+  }
 
   std::unique_ptr<TsMainWindow> window_;
+  std::unique_ptr<TsFrontEndScope> front_end_;
   UserSteps user_;
 };
 
-TEST_F(MainWindowTest, ADoubleClickInThePanelShowsTheObjectsBackWhereTheStanceHasThem) {
+TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLineGoesOn) {
   const ZK_UUID lid = AddNamed(L"lid");
   const ZK_UUID base = AddNamed(L"base");
-  Move(lid, ZK_Xform::Translation(0, 0, 3));
-  Save(L"Shut", {lid});
-  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
-  Refresh();
-  const std::vector<QPointF> shut = View().DrawnPoints(lid);
-  ASSERT_FALSE(shut.empty());
-
-  Move(lid, ZK_Xform::Translation(4, 2, 0));
-  Refresh();
-  EXPECT_NE(View().DrawnPoints(lid), shut) << "the view keeps its scale: the lid is seen to move";
-
-  QListWidget* list = window_->Dock()->List();
-  emit list->itemDoubleClicked(list->item(0));
-  EXPECT_EQ(View().DrawnPoints(lid), shut);
-  TakeStanceChanges();
-
-  // From the front the lid is drawn above the base, as it was saved.
-  View().SetDirection(TsModelView::Direction::front);
-  EXPECT_LT(On(lid).y(), On(base).y());
+  Move(base, ZK_Xform::Translation(5, 0, 0));
+  // Idle, then while Move waits for its objects: the panel's Save cancels Move first.
+  At(L"Command:", [&] {
+    ClickSave("Open", [&] {
+      At(L"Select objects", [&] {
+        Click(On(lid));
+        At(L"Select objects", [&] {
+          Click(On(base));
+          At(L"Select objects", [&] {
+            Click(QPointF(1, 1), Qt::RightButton);
+            At(L"Command:", [&] {
+              Type("Move");
+              At(L"Select objects", [&] {
+                ClickSave("Shut", [&] {
+                  At(L"Select objects", [&] {
+                    Click(On(lid));
+                    At(L"Select objects", [&] {
+                      Type("");
+                      At(L"Command:", [&] {
+                        Type("List");
+                        At(L"Command:", [&] { Type("-Exit"); });
+                      });
+                    });
+                  });
+                });
+              });
+            });
+          });
+        });
+      });
+    });
+  });
+  RunUser();
+  EXPECT_EQ(Members(L"Open"), (std::vector<ZK_UUID>{lid, base}));
+  EXPECT_EQ(Members(L"Shut"), std::vector<ZK_UUID>{lid});
+  EXPECT_TRUE(Shown().contains("): _Save\n")) << "the panel's action shows";
+  EXPECT_TRUE(Shown().contains("Select objects: lid")) << "each pick shows";
+  EXPECT_TRUE(Shown().contains("Command: List\n")) << "the line after the actions is taken";
+  EXPECT_EQ(window_->width(), 1000);
 }
 
-TEST_F(MainWindowTest, ClickAndWindowPickSelectObjectsOrAnswerAnObjectPrompt) {
+TEST_F(MainWindowTest, PromptOptionsAreLinksThatWrapAndTheLineCompletesAndRecalls) {
+  Save(L"Front", {AddNamed(L"lid")});
+  std::vector<std::wstring> offered;
+  int input_width = 0;
+  QString completed, recalled;
+  At(L"Command:", [&] {
+    Type("-Stance");
+    At(L"Choose stance option", [&] {
+      offered = window_->OptionLabels();
+      input_width = window_->Input()->width();
+      window_->ChooseOption(0);  // List
+      At(L"Choose stance option", [&] {
+        Type("");
+        // Tab completes a command's name; Up with text typed brings back the line that starts so.
+        At(L"Command:", [&] {
+          window_->Input()->setText("sel");
+          Press(window_->Input(), Qt::Key_Tab);  // Select, SelAll, SelNone: their beginning
+          window_->Input()->setText(window_->Input()->text() + "Non");
+          Press(window_->Input(), Qt::Key_Tab);
+          completed = window_->Input()->text();
+          Press(window_->Input(), Qt::Key_Return);
+          At(L"Command:", [&] {
+            window_->Input()->setText("-St");
+            Press(window_->Input(), Qt::Key_Up);
+            recalled = window_->Input()->text();
+            Type("-Exit");
+          });
+        });
+      });
+    });
+  });
+  RunUser();
+  EXPECT_EQ(offered, (std::vector<std::wstring>{L"List", L"Save", L"Restore", L"Delete", L"Rename",
+                                                L"Select", L"Update", L"Append", L"Visible"}));
+  EXPECT_EQ(window_->width(), 1000) << "the options wrap within the window";
+  EXPECT_GT(input_width, 600) << "the typing field keeps its width";
+  EXPECT_TRUE(Shown().contains("Front"));
+  EXPECT_EQ(completed, "SelNone ");
+  EXPECT_EQ(recalled, "-Stance");
+}
+
+TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel) {
   const ZK_UUID left = AddNamed(L"left");
   const ZK_UUID right = AddNamed(L"right");
   Move(right, ZK_Xform::Translation(10, 0, 0));
-  Refresh();
-  Click(On(left));
-  EXPECT_TRUE(Selected(left));
-  Click(On(right), Qt::ShiftModifier);
-  EXPECT_TRUE(Selected(left) && Selected(right)) << "Shift adds";
-  Click(QPointF(2, 2));
-  EXPECT_FALSE(Selected(left) || Selected(right)) << "a click on nothing clears the selection";
-
-  // A window around the left box picks it alone.
-  const std::vector<QPointF> drawn = View().DrawnPoints(left);
-  const QRectF around = QPolygonF(QList<QPointF>(drawn.begin(), drawn.end())).boundingRect();
-  Drag(around.topLeft() - QPointF(3, 3), around.bottomRight() + QPointF(3, 3));
-  EXPECT_TRUE(Selected(left));
-  EXPECT_FALSE(Selected(right));
-  Click(QPointF(2, 2));
-
-  // At Hide's object prompt, a click picks the object and Enter ends the picking.
-  At(L"Select objects", [&] {
-    Click(On(right));
-    At(L"Select objects", [&] { Type(""); });
-  });
-  Run(L"Hide");
-  EXPECT_TRUE(View().DrawnPoints(right).empty()) << "hidden objects are not drawn";
-  EXPECT_FALSE(View().DrawnPoints(left).empty());
-  EXPECT_TRUE(Shown().contains("Select objects: right")) << "the pick shows the object's name";
-}
-
-TEST_F(MainWindowTest, PromptOptionsAreButtonsAndTheLineCompletesAndRecalls) {
-  Save(L"Front", {AddNamed(L"lid")});
-  std::vector<std::wstring> offered;
-  At(L"Choose stance option", [&] {
-    for (QWidget* button : window_->OptionButtons()) {
-      offered.push_back(static_cast<QToolButton*>(button)->text().toStdWString());
-    }
-    static_cast<QToolButton*>(window_->OptionButtons().at(0))->click();  // List
-    At(L"Choose stance option", [&] { Type(""); });
-  });
-  Run(L"-Stance");
-  EXPECT_EQ(offered, (std::vector<std::wstring>{L"List", L"Save", L"Restore", L"Delete", L"Rename",
-                                                L"Select", L"Update", L"Append", L"Visible"}));
-  EXPECT_NE(CommandLine().TakeOutput().find(L"Front"), std::wstring::npos) << "the list";
-
-  // Tab completes a command's name; Up brings back the line entered before.
-  QString completed, recalled;
+  Save(L"Apart", {left, right});
+  window_->Idle();
+  const std::vector<QPointF> apart = View().DrawnPoints(right);
+  bool shift_added = false, cleared = false, window_picked = false;
   At(L"Command:", [&] {
-    window_->Input()->setText("sel");
-    Press(window_->Input(), Qt::Key_Tab);  // Select, SelAll, SelNone: their common beginning
-    window_->Input()->setText(window_->Input()->text() + "Non");
-    Press(window_->Input(), Qt::Key_Tab);
-    completed = window_->Input()->text();
-    Press(window_->Input(), Qt::Key_Return);
+    Click(On(left));
+    Click(On(right), Qt::LeftButton, Qt::ShiftModifier);
     At(L"Command:", [&] {
-      Press(window_->Input(), Qt::Key_Up);
-      recalled = window_->Input()->text();
-      window_->close();
+      shift_added = Selected(left) && Selected(right);
+      Click(QPointF(2, 2));
+      // A window around the left box picks it alone.
+      At(L"Command:", [&] {
+        cleared = !Selected(left) && !Selected(right);
+        const std::vector<QPointF> drawn = View().DrawnPoints(left);
+        const QRectF around = QPolygonF(QList<QPointF>(drawn.begin(), drawn.end())).boundingRect();
+        Drag(around.topLeft() - QPointF(3, 3), around.bottomRight() + QPointF(3, 3));
+        At(L"Command:", [&] {
+          window_picked = Selected(left) && !Selected(right);
+          Type("-Move");
+          At(L"Offset", [&] {
+            Type("0,5,0");
+            // Ctrl+Z in the empty typing field undoes the move; with text, the text.
+            At(L"Command:", [&] {
+              Press(window_->Input(), Qt::Key_Z, Qt::ControlModifier);
+              At(L"Command:", [&] {
+                // A double click in the panel restores the stance.
+                Move(right, ZK_Xform::Translation(0, 7, 0));
+                QListWidget* list = window_->Dock()->List();
+                emit list->itemDoubleClicked(list->item(0));
+                At(L"Command:", [&] { Type("-Exit"); });
+              });
+            });
+          });
+        });
+      });
     });
   });
-  CommandLine().ProcessInput();
-  EXPECT_EQ(completed, "SelNone ");
-  EXPECT_EQ(recalled, "SelNone ");
-  CommandLine().TakeOutput();
+  RunUser();
+  EXPECT_TRUE(shift_added) << "Shift adds";
+  EXPECT_TRUE(cleared) << "a click on nothing clears the selection";
+  EXPECT_TRUE(window_picked);
+  EXPECT_EQ(View().DrawnPoints(right), apart) << "the double click restored the stance";
+  EXPECT_TRUE(Shown().contains("Undo Move") || Shown().contains("Command: _Undo"));
+  ExpectNear(Placement(left), ZK_Box({0, 0, 0}, {1, 1, 1}).Points());
 }
 
 }  // namespace

@@ -240,6 +240,11 @@ void TsModelView::mouseMoveEvent(QMouseEvent* event) {
 void TsModelView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != m_drag) return;
   m_drag = Qt::NoButton;
+  if (event->button() == Qt::RightButton && m_right_clicked &&
+      QLineF(m_drag_start, event->position()).length() <= kDragPixels) {
+    m_right_clicked();
+    return;
+  }
   if (event->button() != Qt::LeftButton || !m_picked) return;
   const bool add = (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
   if (m_band->isVisible()) {

@@ -8,7 +8,8 @@
 // is seen to move; it fits the visible objects when it first shows a document, when the direction
 // changes and on ZoomToFit. The wheel zooms about the pointer; dragging with the middle or right
 // button pans. A click picks the object under the pointer, a drag with the left button picks
-// the objects wholly inside its window; the owner says what a pick does. It reads the active
+// the objects wholly inside its window; the owner says what a pick does, and what a right click
+// (without a drag) does. It reads the active
 // document each time it paints, so an update() after a command shows the model as the command
 // left it. Owned by the main window.
 #pragma once
@@ -34,6 +35,7 @@ class TsModelView : public QWidget {
   explicit TsModelView(QWidget* parent = nullptr);
 
   void SetPicked(Picked picked) { m_picked = std::move(picked); }
+  void SetRightClicked(std::function<void()> clicked) { m_right_clicked = std::move(clicked); }
   void SetDirection(Direction direction);
   Direction ViewDirection() const { return m_direction; }
   // Fits the visible objects into the view.
@@ -77,6 +79,7 @@ class TsModelView : public QWidget {
   unsigned int m_fitted_document = 0;
   bool m_fitted_to_something = false;
   Picked m_picked;
+  std::function<void()> m_right_clicked;
   // The drag in progress: its button and where it started and was last.
   Qt::MouseButton m_drag = Qt::NoButton;
   QPointF m_drag_start;

@@ -128,8 +128,8 @@ class LabelEditor : public QLineEdit {
 
 }  // namespace
 
-TsPanelDock::TsPanelDock(QWidget* parent, std::function<void()> acted)
-    : QDockWidget(parent), m_acted(std::move(acted)) {
+TsPanelDock::TsPanelDock(QWidget* parent, std::function<void(std::function<void()>)> act)
+    : QDockWidget(parent), m_act(std::move(act)) {
   setObjectName("panel");
   setFeatures(DockWidgetClosable | DockWidgetMovable | DockWidgetFloatable);
   m_area = new QWidget(this);
@@ -175,9 +175,10 @@ Dlg* TsPanelDock::Panel() const {
   return panels.empty() ? nullptr : panels.front();
 }
 
-void TsPanelDock::Act(const std::function<void(CTsNamedDocObjectManagerDlg&)>& action) {
-  if (CTsNamedDocObjectManagerDlg* panel = Panel()) action(*panel);
-  m_acted();
+void TsPanelDock::Act(std::function<void(CTsNamedDocObjectManagerDlg&)> action) {
+  m_act([this, action] {
+    if (CTsNamedDocObjectManagerDlg* panel = Panel()) action(*panel);
+  });
 }
 
 void TsPanelDock::Selected() {
@@ -186,17 +187,18 @@ void TsPanelDock::Selected() {
   for (int i = 0; i < m_list->count(); ++i) {
     if (m_list->item(i)->isSelected()) items.push_back(i);
   }
-  Act([&items](Dlg& panel) { CTarsaStandIn::SelectItems(panel, items); });
+  if (CTsNamedDocObjectManagerDlg* panel = Panel()) CTarsaStandIn::SelectItems(*panel, items);
+  CTarsaStandIn::RunIdleWork();
+  Refresh();
 }
 
 void TsPanelDock::closeEvent(QCloseEvent* event) {
   // Like any action on the panel, closing waits for a command that uses it to be cancelled.
   if (CTsNamedDocObjectManagerDlg* panel = Panel()) {
     const ZK_UUID tab_id = panel->TabId();
-    CTarsaStandIn::CommandLine().RunWhenNoCommand([tab_id] { TarsaUiCloseDockbarTab(tab_id); });
+    m_act([tab_id] { TarsaUiCloseDockbarTab(tab_id); });
   }
   event->accept();
-  m_acted();
 }
 
 bool TsPanelDock::eventFilter(QObject* watched, QEvent* event) {

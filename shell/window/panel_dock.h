@@ -20,8 +20,10 @@ class CTsNamedDocObjectManagerDlg;
 
 class TsPanelDock : public QDockWidget {
  public:
-  // `acted` is called after each action of the user has been handed to the host.
-  TsPanelDock(QWidget* parent, std::function<void()> acted);
+  // What the host is to do for a user's action (a click, a double click, the context menu,
+  // closing) goes to `act`, which runs it when the command line takes it; a change of the
+  // selected items goes to the host at once.
+  TsPanelDock(QWidget* parent, std::function<void(std::function<void()>)> act);
 
   // Shows the first open list panel of the host as it is now; hides the dock when none is open.
   void Refresh();
@@ -42,8 +44,8 @@ class TsPanelDock : public QDockWidget {
  private:
   // The panel the dock shows, or null.
   CTsNamedDocObjectManagerDlg* Panel() const;
-  // Hands an action to the panel, when one is open, then tells the window.
-  void Act(const std::function<void(CTsNamedDocObjectManagerDlg&)>& action);
+  // Hands an action for the panel, if one is still open then, to the window.
+  void Act(std::function<void(CTsNamedDocObjectManagerDlg&)> action);
   void Selected();
   // Gives the panel the dock's size, which lays its controls out, and places the widgets where
   // the panel's controls are.
@@ -51,7 +53,7 @@ class TsPanelDock : public QDockWidget {
   // The tool tips and icons of the panel's own buttons, once for each panel that opens.
   void Decorate(CTsNamedDocObjectManagerDlg& panel);
 
-  std::function<void()> m_acted;
+  std::function<void(std::function<void()>)> m_act;
   QWidget* m_area = nullptr;
   QListWidget* m_list = nullptr;
   std::map<int, QToolButton*> m_buttons;

@@ -25,7 +25,11 @@ class PanelDockTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    dock_ = std::make_unique<TsPanelDock>(nullptr, [this] { Refresh(); });
+    // The program runs each action when the command line takes it; here, at once.
+    dock_ = std::make_unique<TsPanelDock>(nullptr, [this](const std::function<void()>& action) {
+      action();
+      Refresh();
+    });
     answers_ = std::make_unique<TsWindowAnswers>(nullptr, *dock_);
     SetUserAnswers(answers_.get());
   }

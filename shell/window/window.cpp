@@ -2,16 +2,23 @@
 
 #include <QApplication>
 #include <QPixmap>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/zefkit/zk_string.h"
 #include "shell/window/main_window.h"
-#include "shell/window/panel_dock.h"
-#include "shell/window/window_answers.h"
 
 namespace {
+
+// The toolkit's own notes (a missing runtime folder, fonts it looked for) are not the user's
+// business: only its critical messages reach the terminal.
+void QuietToolkit(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) {
+    std::fprintf(stderr, "tarsa: %s\n", message.toLocal8Bit().constData());
+  }
+}
 
 // Chooses the offscreen platform when there is no display: true when it did.
 bool ChoosePlatform() {
@@ -25,6 +32,7 @@ bool ChoosePlatform() {
 class ApplicationScope {
  public:
   ApplicationScope() = default;
+  ~ApplicationScope() { qInstallMessageHandler(m_handler); }
   ApplicationScope(const ApplicationScope&) = delete;
   ApplicationScope& operator=(const ApplicationScope&) = delete;
 
@@ -32,6 +40,7 @@ class ApplicationScope {
   int m_argc = 1;
   char m_name[6] = "tarsa";
   char* m_argv[2] = {m_name, nullptr};
+  QtMessageHandler m_handler = qInstallMessageHandler(QuietToolkit);
   bool m_offscreen = ChoosePlatform();
   QApplication m_application{m_argc, m_argv};
 };
@@ -46,25 +55,13 @@ bool TsDisplayAvailable() {
   return (x != nullptr && *x != 0) || (wayland != nullptr && *wayland != 0);
 }
 
-void TsRunCommandLineInWindow() {
+int TsRunInWindow(const std::function<int(ITsFrontEnd&)>& run) {
   const ApplicationScope application;
   TsMainWindow window;
-  CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
-  // Pending output printed before the window existed is shown in it.
-  window.Write(command_line.TakeOutput());
-  command_line.SetWriter([&window](const std::wstring& text) { window.Write(text); });
-  command_line.SetReader([&window](const std::wstring& prompt, std::wstring& line) {
-    return window.Read(prompt, line);
-  });
-  command_line.SetEchoUserInput(false);
-  IUserAnswers& before = UserAnswers();
-  TsWindowAnswers answers(&window, *window.Dock());
-  SetUserAnswers(&answers);
+  CTarsaStandIn::OpenEveryPanel();
+  window.Idle();
   window.show();
-  command_line.ProcessInput();
-  SetUserAnswers(&before);
-  command_line.SetReader(nullptr);
-  command_line.SetWriter(nullptr);
+  return run(window);
 }
 
 bool TsWriteWindowPicture(const std::string& path, const std::wstring& output,

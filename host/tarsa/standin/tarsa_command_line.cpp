@@ -87,7 +87,7 @@ CTarsaToken CTarsaCommandLine::Ask(const std::wstring& prompt) {
   CTarsaToken token;
   // A macro that arrives while the user is being asked (a panel clicked meanwhile) answers in
   // the user's place.
-  const bool have = TakeMacroToken(token) || NextUserToken(prompt, token) || TakeMacroToken(token);
+  const bool have = TakeMacroAnswer(token) || NextUserToken(prompt, token) || TakeMacroToken(token);
   if (m_abort) {
     // The user acted elsewhere while being asked (RunWhenNoCommand): what was typed stays for
     // later, and the command is cancelled.
@@ -130,7 +130,10 @@ CTarsaCommand::result CTarsaCommandLine::RunCommand(const std::wstring& typed) {
       [&](CTarsaEventWatcher& w) { w.OnEndCommand(*command, context, result); });
   m_running = outer;
   m_running_doc = outer_doc;
-  if (m_running == nullptr) m_abort = false;
+  if (m_running == nullptr) {
+    m_abort = false;
+    m_paused_depth = 0;
+  }
   // The command may have closed its document.
   if (CTarsaDoc* still_open = CTarsaDoc::FromRuntimeSerialNumber(doc_serial_number)) {
     if (undo != 0) still_open->EndUndoRecord(undo);
@@ -151,10 +154,22 @@ void CTarsaCommandLine::Reset() {
   m_user.clear();
   m_after_command.clear();
   m_question = CTarsaQuestion();
+  m_quiet_macros = nullptr;
   m_abort = false;
+  m_question_depth = 0;
+  m_paused_depth = 0;
   m_echo_user_input = true;
   m_input_ended = false;
   m_failed_commands = 0;
+}
+
+void CTarsaCommandLine::EndQuestion() {
+  if (m_paused_depth == m_question_depth) m_paused_depth = 0;
+  --m_question_depth;
+}
+
+void CTarsaCommandLine::PassOverPause() {
+  if (!m_macro.empty() && m_macro.front().kind == CTarsaToken::pause) m_macro.pop_front();
 }
 
 void CTarsaCommandLine::EndInput() {
@@ -165,6 +180,9 @@ void CTarsaCommandLine::EndInput() {
 }
 
 void CTarsaCommandLine::RunScript(const wchar_t* macro, int echo) {
+  if (echo == 0 && m_quiet_macros && macro != nullptr) {
+    m_quiet_macros(std::wstring(L"Command: ") + macro + L"\n");
+  }
   const std::vector<CTarsaToken> tokens = TsTokenize(macro ? macro : L"", echo != 0);
   m_macro.insert(m_macro.begin(), tokens.begin(), tokens.end());
   if (m_running != nullptr) return;
@@ -203,6 +221,14 @@ bool CTarsaCommandLine::TakeMacroToken(CTarsaToken& token) {
   token = m_macro.front();
   m_macro.pop_front();
   return token.kind != CTarsaToken::pause;
+}
+
+bool CTarsaCommandLine::TakeMacroAnswer(CTarsaToken& token) {
+  if (m_paused_depth != 0) return false;
+  if (TakeMacroToken(token)) return true;
+  // A pause taken hands this question to the user (an answer asked outside a question, one).
+  if (token.kind == CTarsaToken::pause) m_paused_depth = m_question_depth;
+  return false;
 }
 
 bool CTarsaCommandLine::NextUserToken(const std::wstring& prompt, CTarsaToken& token) {

@@ -7,7 +7,9 @@
 // inside a quoted text stand for one: "Side"" Front" is Side" Front). "_Enter" or an empty
 // line is Enter, "_Escape" or the end of input is cancel. In macros, "!" cancels the running
 // command, "-" before a command name starts it non-interactively, "_" marks an English name, and
-// "_Pause" hands the prompt then shown to the user.
+// "_Pause" hands the prompt then shown to the user until its question ends: a text prompt takes
+// one answer, an object prompt the picks up to the Enter that ends them. A pause meant for an
+// object prompt that objects selected beforehand answered is passed over.
 #pragma once
 
 #include <deque>
@@ -71,8 +73,12 @@ class CTarsaCommandLine {
   // name) on the active document, as one undo step. Failure for an unknown command.
   CTarsaCommand::result RunCommand(const std::wstring& typed);
   // Runs a macro as if typed. While a command runs, its words answer that command's prompts;
-  // otherwise the commands it names run now. Echo 1 shows the macro's words, 0 does not.
+  // otherwise the commands it names run now. Echo 1 shows the macro's words, 0 does not, unless
+  // a front end asked to see those too (ShowQuietMacros).
   void RunScript(const wchar_t* macro, int echo);
+  // Shows each macro run with echo 0 as one line "Command: MACRO" through `writer` before it
+  // runs, so that a person sees what a panel or menu did; null shows them no more.
+  void ShowQuietMacros(Writer writer) { m_quiet_macros = std::move(writer); }
   // Reads the user's input and runs the commands it names, until the input ends.
   void ProcessInput();
   // Runs what the user does outside the command line (an action on a panel): now when no command
@@ -81,6 +87,7 @@ class CTarsaCommandLine {
   // Ends the input: the words and panel actions not yet used are dropped and nothing more is
   // read, so that ProcessInput returns when the running command ends. Reset() reads again.
   void EndInput();
+  bool InputEnded() const { return m_input_ended; }
   // How many commands that ProcessInput or RunScript started ended with failure, unknown
   // commands included, since Reset().
   int FailedCommandCount() const { return m_failed_commands; }
@@ -92,6 +99,13 @@ class CTarsaCommandLine {
     std::swap(question, m_question);
     return question;
   }
+  // A prompt's question begins and ends around all the answers it takes: a macro's pause lasts
+  // until the question it paused ends.
+  void BeginQuestion() { ++m_question_depth; }
+  void EndQuestion();
+  // Drops a "_Pause" that the macro gives next: objects selected beforehand answered the object
+  // prompt it was meant for.
+  void PassOverPause();
 
   // The command that is running, or null.
   const CTarsaCommand* RunningCommand() const { return m_running; }
@@ -102,12 +116,15 @@ class CTarsaCommandLine {
   // The macro's next word; false when there is none, or when it is "_Pause" (taken), which hands
   // the prompt to the user.
   bool TakeMacroToken(CTarsaToken& token);
+  // The answer to a prompt from the macro, unless a pause hands the question to the user.
+  bool TakeMacroAnswer(CTarsaToken& token);
   // The user's next word, reading a line when none is left; false when the reader has none.
   bool NextUserToken(const std::wstring& prompt, CTarsaToken& token);
   void RunTopLevel(const CTarsaToken& token);
 
   Reader m_reader;
   Writer m_writer;
+  Writer m_quiet_macros;
   std::wstring m_output;
   std::deque<CTarsaToken> m_macro;
   std::deque<CTarsaToken> m_user;
@@ -116,6 +133,8 @@ class CTarsaCommandLine {
   CTarsaCommand* m_running = nullptr;
   CTarsaDoc* m_running_doc = nullptr;
   bool m_abort = false;
+  int m_question_depth = 0;
+  int m_paused_depth = 0;  // the question the user answers for a macro's pause; 0: none
   bool m_echo_user_input = true;
   bool m_input_ended = false;
   int m_failed_commands = 0;

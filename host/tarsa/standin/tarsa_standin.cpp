@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include <memory>
+
 #include "host/tarsa/standin/tarsa_plugin_loader.h"
+#include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_dpi.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
 
@@ -131,6 +134,23 @@ std::vector<CTsNamedDocObjectManagerDlg*> CTarsaStandIn::Panels() {
     if (panel != nullptr) panels.push_back(panel);
   }
   return panels;
+}
+
+void CTarsaStandIn::OpenEveryPanel() {
+  std::vector<ZK_UUID> tabs;
+  for (const CTarsaApp::PanelClass& known : TarsaApp().m_panel_classes) {
+    if (known.tab_id_known) {
+      tabs.push_back(known.tab_id);
+      continue;
+    }
+    // A class's tab id is known once an object of it was made: one is made to ask.
+    AFX_MANAGE_STATE(known.module_state);
+    std::unique_ptr<CObject> object(known.runtime_class->CreateObject());
+    if (auto* panel = dynamic_cast<CTarsaTabbedDockBarDialog*>(object.get())) {
+      tabs.push_back(panel->TabId());
+    }
+  }
+  for (const ZK_UUID& tab : tabs) TarsaUiOpenDockbarTab(tab);
 }
 
 namespace {

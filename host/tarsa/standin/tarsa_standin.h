@@ -86,6 +86,8 @@ class CTarsaStandIn {
   static CTsNamedDocObjectManagerDlg* Panel(const ZK_UUID& tab_id);
   // The open panels that list named objects, in the order of their tab ids.
   static std::vector<CTsNamedDocObjectManagerDlg*> Panels();
+  // Opens a tab for each registered panel class, as a host's window shows its panels at start.
+  static void OpenEveryPanel();
   static bool Click(CTsNamedDocObjectManagerDlg& panel, int control_id);
   static void ContextMenu(CTsNamedDocObjectManagerDlg& panel, POINT point);
   static void DoubleClick(CTsNamedDocObjectManagerDlg& panel, int item);

@@ -196,6 +196,10 @@ bool TsTerminal::Take(int key, std::wstring& line) {
     default:
       if (key < 0x20) return false;  // other control keys and sequences do nothing
       m_text.insert(m_cursor++, 1, static_cast<wchar_t>(key));
+      if (m_cursor == m_text.size()) {  // typed at the end: the character is all that changes
+        Out(std::wstring(1, static_cast<wchar_t>(key)));
+        return false;
+      }
       break;
   }
   Show();

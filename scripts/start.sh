@@ -5,6 +5,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh
+if [ ! -x build/default/bin/tarsa ]; then
+  echo "Building tarsa and the stance plug-in; the first build takes a few minutes."
+fi
 cmake --preset default >/dev/null
 cmake --build build/default --target tarsa
 demo=build/default/demo

@@ -4,7 +4,7 @@
 // With a display and a terminal it opens its window instead, and --picture FILE writes a picture
 // of the window once the commands have run. The exit status is 0, 1 when a command failed or the
 // script could not be read, 2 for bad arguments; a bad argument, model or plug-in gives one line on
-// standard error.
+// standard error, and without its plug-in the program runs on.
 #include <unistd.h>
 
 #include <cstdio>
@@ -42,10 +42,7 @@ int Run(const TsProgramOptions& options) {
   CTarsaPlugIn* plug_in = nullptr;
   if (!options.m_no_plugin) {
     plug_in = TsLoadStancePlugIn(options.m_plugin, error);
-    if (plug_in == nullptr) {
-      Fail(error);
-      return 1;
-    }
+    if (plug_in == nullptr) Fail(error);  // the program models on without stances
   }
   CTarsaScriptInput& input = TarsaScriptInput();
   // The window serves a person at a terminal with a display; scripts and pictures never wait.

@@ -14,6 +14,7 @@
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_plugin.h"
 #include "host/zefkit/standin/zk_uuid_seed.h"
+#include "shell/action_report.h"
 #include "shell/command_line_answers.h"
 #include "shell/panel_text.h"
 #include "shell/plugin_loading.h"
@@ -44,6 +45,7 @@ int Run(const TsProgramOptions& options) {
     plug_in = TsLoadStancePlugIn(options.m_plugin, error);
     if (plug_in == nullptr) Fail(error);  // the program models on without stances
   }
+  TsActionReport().Start();
   CTarsaScriptInput& input = TarsaScriptInput();
   // The window serves a person at a terminal with a display; scripts and pictures never wait.
   const bool terminal =

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "host/tarsa/tarsa_stance_dynamic_access.h"
+#include "testing/stance_document_test.h"
+
 namespace {
 
 using Words = std::vector<std::wstring>;
@@ -23,3 +26,38 @@ TEST(Completion, OffersCommandNamesAtTheCommandPromptKeepingTheirMarks) {
 }
 
 }  // namespace
+
+class StanceNameCompletion : public StanceDocumentTest {
+ protected:
+  void SaveStance(const wchar_t* name) {
+    ZK_SimpleArray<const CTarsaObject*> objects;
+    objects.Append(Object(AddBox()));
+    CTarsaStandIn::StanceDynamicAccess()->SaveStance(*doc_, name, objects);
+  }
+};
+
+TEST_F(StanceNameCompletion, OffersTheStancesOfTheDocumentWhereTheStanceCommandAsksForOne) {
+  for (const wchar_t* name : {L"Lid", L"Lift", L"two words", L"Say \"ah\"", L"Base"})
+    SaveStance(name);
+  const struct {
+    const wchar_t* prompt;
+    const wchar_t* word;
+    Words offered;
+  } cases[] = {
+      {L"Name for position to restore:", L"li", {L"Lid", L"Lift"}},
+      {L"Stance to delete:", L"LI", {L"Lid", L"Lift"}},
+      {L"Name for the saved position <Lid>:", L"t", {L"\"two words\""}},
+      {L"Stance to rename:", L"\"tw", {L"\"two words\""}},
+      {L"Name for position to append to:", L"say", {L"\"Say \"\"ah\"\"\""}},
+      {L"Select object(s) of stance:",
+       L"",
+       {L"\"Say \"\"ah\"\"\"", L"\"two words\"", L"Base", L"Lid", L"Lift"}},
+      {L"Name for position to update:", L"x", {}},
+      {L"New name:", L"li", {}},
+      {L"Name of the new object <none>:", L"li", {}},
+  };
+  for (const auto& completion : cases) {
+    EXPECT_EQ(TsCompletions(completion.prompt, completion.word), completion.offered)
+        << completion.prompt << " " << completion.word;
+  }
+}

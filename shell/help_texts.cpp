@@ -22,6 +22,7 @@ const HelpText kTexts[] = {
     {L"Copy", L"copies objects by an offset; the originals stay.",
      L"  Answers: the objects, the offset x,y,z.\n"},
     {L"Delete", L"deletes objects.", kPicking},
+    {L"Duplicate", L"copies objects in place; the copies are new objects.", kPicking},
     {L"Exit", L"ends the program.", L"  Asks before it drops unsaved changes; -Exit never asks.\n"},
     {L"Explode", L"breaks polylines and boxes into their segments and edges.", kPicking},
     {L"Help", L"lists the commands, or explains one.",
@@ -62,6 +63,7 @@ const HelpText kTexts[] = {
     {L"Redo", L"applies again the step Undo took back.", L""},
     {L"RestoreStanceById", L"restores a stance named by its id, as the host does.",
      L"  Answer: the stance's id, as ListStances shows it.\n"},
+    {L"Replace", L"makes objects anew from their points, each in its object's place.", kPicking},
     {L"Rotate", L"rotates objects about a vertical axis.",
      L"  Answers: the objects, the angle in degrees (counter-clockwise seen from above), the\n"
      L"  center x,y,z.\n"},
@@ -80,6 +82,19 @@ const HelpText kTexts[] = {
     {L"SelNone", L"clears the selection.", L""},
     {L"Select", L"adds objects to the selection.", kPicking},
     {L"Show", L"shows every hidden object again.", L""},
+    {L"Stance", L"saves where objects are under a name, and puts them back there later.",
+     L"  Answer: an option; each asks what it needs, then the options come back until Enter.\n"
+     L"  List               lists the stances.\n"
+     L"  Save               asks for a name (Enter takes the one proposed), then the objects;\n"
+     L"                     a name in use asks whether to update that stance.\n"
+     L"  Restore            asks for a stance and moves its objects back to where it saved them.\n"
+     L"  Delete             asks for a stance and deletes it; its objects stay where they are.\n"
+     L"  Rename             asks for a stance, then its new name.\n"
+     L"  Select             asks for a stance and selects its objects.\n"
+     L"  Update             asks for a stance and saves where its objects are now.\n"
+     L"  Append             asks for a stance, then the objects to add to it where they are now.\n"
+     L"  Visible            shows (Yes), hides (No) or toggles (Toggle) the Stances panel.\n"
+     L"  Tab completes a stance's name. Stance without the \"-\" works through the panel.\n"},
     {L"Undo", L"takes back the last step: a command and everything it changed, stances included.",
      L""},
     {L"Unlock", L"unlocks every locked object.", L""},

@@ -140,7 +140,7 @@ class HelpCommand : public CTarsaShellCommand {
     if (const CTarsaPlugIn* plug_in = PlugInOf(command)) {
       Print(english + L": a command of the plug-in " + plug_in->PlugInName() + L". Started as " +
             english + L" it works as the plug-in shows it; started as -" + english +
-            L" it asks for its options on the command line.\n");
+            L" it asks for its options on the command line.\n" + TsHelpDetails(english));
       return success;
     }
     Print(english + L": " + TsHelpSummary(english) + L"\n" + TsHelpDetails(english));

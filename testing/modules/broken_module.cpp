@@ -1,7 +1,12 @@
 // A plug-in module that the host must refuse, built once for each way of being broken:
 //   BROKEN_MISSING_EXPORT: no TarsaPlugInSdkServiceRelease export;
 //   BROKEN_WRONG_SDK: a service release for another version of the plug-in interface;
-//   BROKEN_REFUSED_LOAD: everything right, but OnLoadPlugIn says no.
+//   BROKEN_REFUSED_LOAD: everything right, but OnLoadPlugIn says no;
+//   BROKEN_SILENT_REFUSAL: OnLoadPlugIn says no and gives a null reason;
+//   BROKEN_THROWING_LOAD: OnLoadPlugIn throws;
+//   BROKEN_NAMELESS: PlugInName gives null.
+#include <stdexcept>
+
 #include "host/tarsa/tarsa_plugin.h"
 #include "plugin/korvo_export.h"
 
@@ -15,6 +20,13 @@ class BrokenPlugIn : public CTarsaUtilityPlugIn {
 #ifdef BROKEN_REFUSED_LOAD
   bool OnLoadPlugIn() override { return false; }
   const wchar_t* OnLoadPlugInErrorString() override { return L"its licence has run out"; }
+#elif defined(BROKEN_SILENT_REFUSAL)
+  bool OnLoadPlugIn() override { return false; }
+  const wchar_t* OnLoadPlugInErrorString() override { return nullptr; }
+#elif defined(BROKEN_THROWING_LOAD)
+  bool OnLoadPlugIn() override { throw std::runtime_error("no licence server"); }
+#elif defined(BROKEN_NAMELESS)
+  const wchar_t* PlugInName() const override { return nullptr; }
 #endif
 };
 

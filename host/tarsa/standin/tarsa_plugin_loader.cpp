@@ -93,6 +93,11 @@ std::wstring Check(Module& module) {
     return module.m_plug_ins.empty() ? L"it made no plug-in object"
                                      : L"it made more than one plug-in object";
   }
+  // The host shows the name wherever it lists plug-ins.
+  const CTarsaPlugIn& plug_in = *module.m_plug_ins.front();
+  if (plug_in.PlugInName() == nullptr || plug_in.LocalPlugInName() == nullptr) {
+    return L"its plug-in gives no name";
+  }
   return L"";
 }
 
@@ -101,8 +106,10 @@ std::wstring Check(Module& module) {
 CTarsaPlugIn* CTarsaPlugInLoader::Load(const std::string& path, std::wstring& error) {
   auto module = std::make_unique<Module>();
   module->m_path = path;
+  // Given a bare file name, dlopen searches the library folders; the user means this folder.
+  const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
   g_opening = module.get();
-  module->m_handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  module->m_handle = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   g_opening = nullptr;
   module->m_apps = AfxTakeNewApps();
   const auto refuse = [&](const std::wstring& reason) -> CTarsaPlugIn* {
@@ -119,8 +126,8 @@ CTarsaPlugIn* CTarsaPlugInLoader::Load(const std::string& path, std::wstring& er
   if (!StartApps(*module)) return refuse(L"its application did not start");
   CTarsaPlugIn* plug_in = module->m_plug_ins.front();
   for (CTarsaCommand* command : module->m_commands) command->m_plug_in = plug_in;
-  if (!CTarsaStandIn::LoadPlugIn(*plug_in)) {
-    const std::wstring why = plug_in->OnLoadPlugInErrorString();
+  std::wstring why;
+  if (!CTarsaStandIn::LoadPlugIn(*plug_in, &why)) {
     return refuse(why.empty() ? L"the plug-in refused to load" : why);
   }
   Modules().push_back(std::move(module));

@@ -26,9 +26,10 @@ class CTarsaPlugInLoader {
         m_update_url;
   };
 
-  // Opens, checks and loads the module at `path`: the loaded plug-in, which the module owns, or
-  // null with a message naming the file and the reason in `error`. A refused module is closed
-  // again and leaves the host as it was.
+  // Opens, checks and loads the module at `path` (a bare file name is in the current folder): the
+  // loaded plug-in, which the module owns, or null with a message naming the file and the reason
+  // in `error`. A refused module (no name, OnLoadPlugIn false or throwing) is closed again and
+  // leaves the host as it was.
   static CTarsaPlugIn* Load(const std::string& path, std::wstring& error);
   // Unloads a plug-in that Load gave and closes its module: false for any other plug-in.
   static bool Unload(CTarsaPlugIn& plug_in);

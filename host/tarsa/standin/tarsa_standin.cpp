@@ -1,6 +1,7 @@
 #include "host/tarsa/standin/tarsa_standin.h"
 
 #include <algorithm>
+#include <exception>
 
 #include <memory>
 
@@ -8,6 +9,7 @@
 #include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_dpi.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
+#include "host/zefkit/zk_string.h"
 
 CTarsaDoc* CTarsaStandIn::NewDocument() {
   CTarsaApp& app = TarsaApp();
@@ -66,14 +68,27 @@ int CTarsaStandIn::RedoStepCount(const CTarsaDoc& doc) {
 
 void CTarsaStandIn::ClearUndo(CTarsaDoc& doc) { doc.ClearUndo(); }
 
-bool CTarsaStandIn::LoadPlugIn(CTarsaPlugIn& plug_in) {
+bool CTarsaStandIn::LoadPlugIn(CTarsaPlugIn& plug_in, std::wstring* reason) {
   std::vector<CTarsaPlugIn*>& plug_ins = TarsaApp().m_plug_ins;
   if (std::find(plug_ins.begin(), plug_ins.end(), &plug_in) != plug_ins.end()) return true;
   TarsaApp().m_loading_plug_in = &plug_in;
-  const bool loaded = plug_in.OnLoadPlugIn();
+  // A plug-in's fault must not end the host: a throw is a refusal like any other.
+  std::wstring why;
+  bool loaded = false;
+  try {
+    loaded = plug_in.OnLoadPlugIn();
+    const wchar_t* text = loaded ? nullptr : plug_in.OnLoadPlugInErrorString();
+    if (text) why = text;
+  } catch (const std::exception& error) {
+    why =
+        L"its OnLoadPlugIn threw an exception (" + ZK_wString::FromUtf8(error.what()).Text() + L")";
+  } catch (...) {
+    why = L"its OnLoadPlugIn threw an exception";
+  }
   TarsaApp().m_loading_plug_in = nullptr;
   if (!loaded) {
     TarsaApp().ForgetPanelClasses(&plug_in);
+    if (reason) *reason = why;
     return false;
   }
   plug_ins.push_back(&plug_in);

@@ -46,10 +46,12 @@ class CTarsaStandIn {
   static void ClearUndo(CTarsaDoc& doc);
 
   // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to
-  // the plug-ins the host asks for document data: false (the plug-in not added) when it refused.
+  // the plug-ins the host asks for document data: false (the plug-in not added) when it refused
+  // or threw, with why in `reason` when given (the plug-in's error string, empty when it gave
+  // none).
   // UnloadPlugIn closes the panels of the classes the plug-in registered and forgets the classes,
   // calls OnUnloadPlugIn and removes it; false when it was not loaded.
-  static bool LoadPlugIn(CTarsaPlugIn& plug_in);
+  static bool LoadPlugIn(CTarsaPlugIn& plug_in, std::wstring* reason = nullptr);
   static bool UnloadPlugIn(CTarsaPlugIn& plug_in);
   static const std::vector<CTarsaPlugIn*>& PlugIns();
   // The host access interface a plug-in handed over (Stance_SetTarsaDynamicAccess), or null.

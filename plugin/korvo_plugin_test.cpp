@@ -41,17 +41,6 @@ class KorvoPlugInTest : public StanceDocumentTest {
     std::wstring error;
     ASSERT_TRUE(TsWriteModelFile(doc, path, error)) << ZK_wString(error).ToUtf8();
   }
-  // Makes every version field of the plug-in's in `bytes` (the one before each place holder) 1.
-  static void MakeNewer(ModelFileBlocks::Bytes& bytes) {
-    ZK_BinaryMemoryArchive pattern;
-    pattern.WriteInt(0);
-    pattern.WriteString(kKorvoPlaceHolder);
-    const auto& needle = pattern.Bytes();
-    for (auto at = bytes.begin();
-         (at = std::search(at, bytes.end(), needle.begin(), needle.end())) != bytes.end();) {
-      *at = 1;
-    }
-  }
   void ExpectNewerMessage() {
     const auto shown = CTarsaStandIn::TakeMessageBoxes();
     ASSERT_EQ(shown.size(), 1u);
@@ -112,9 +101,9 @@ TEST_F(KorvoPlugInTest, ANewerModelOpenedAndSavedKeepsItsStancesAndRecords) {
   SaveFile(*doc_, path_);
   ModelFileBlocks newer;
   ASSERT_TRUE(newer.Read(path_));
-  for (auto& object : newer.objects) MakeNewer(object);
+  for (auto& object : newer.objects) ModelFileBlocks::MakeStancesNewer(object);
   ASSERT_EQ(newer.plug_ins.size(), 1u);
-  MakeNewer(newer.plug_ins[0].bytes);
+  ModelFileBlocks::MakeStancesNewer(newer.plug_ins[0].bytes);
   newer.Write(path_);
 
   std::wstring error;

@@ -19,6 +19,7 @@
 #include "shell/action_report.h"
 #include "shell/front_end.h"
 #include "shell/plugin_loading.h"
+#include "shell/program.h"
 #include "shell/program_options.h"
 #include "shell/script_front_end.h"
 #include "shell/script_input.h"
@@ -38,31 +39,12 @@ void WriteOut(const std::wstring& text) {
   std::fflush(stdout);
 }
 
-// The program with `front_end` installed: it says what it loaded, opens the model (what opening
-// prints is shown) and runs what the user gives until the input ends. 1 when the model cannot be
-// opened, else 0.
-int RunWith(ITsFrontEnd& front_end, const TsProgramOptions& options, CTarsaPlugIn* plug_in) {
-  const TsFrontEndScope installed(front_end);
-  CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
-  if (plug_in) {
-    const std::string path = CTarsaPlugInLoader::Path(*plug_in);
-    const std::string file = path.substr(path.find_last_of('/') + 1);
-    command_line.Print(std::wstring(L"Loaded the plug-in ") + plug_in->PlugInName() + L" from " +
-                       ZK_wString::FromUtf8(file).Text() + L".\n");
-  }
+// The program run with `front_end`: 0, or 1 when the model could not be opened.
+int Started(ITsFrontEnd& front_end, const TsProgramOptions& options, CTarsaPlugIn* plug_in) {
   std::wstring error;
-  if (!TarsaSession().Start(options.m_model, error)) {
-    Fail(error);
-    return 1;
-  }
-  if (!options.m_model.empty()) {
-    command_line.Print(L"Opened " + TarsaSession().DisplayName() + L".\n");
-  }
-  if (front_end.ShowsTyping()) {
-    command_line.Print(L"Help lists the commands; Exit ends the program.\n");
-  }
-  command_line.ProcessInput();
-  return 0;
+  if (TsRunProgram(front_end, options.m_model, plug_in, error)) return 0;
+  Fail(error);
+  return 1;
 }
 
 // A terminal whose input ended (it was closed) cannot be asked about unsaved changes: they are
@@ -94,10 +76,10 @@ int Run(const TsProgramOptions& options) {
   const bool person = options.m_script.empty() && options.m_picture.empty() && isatty(STDIN_FILENO);
   int status = 0;
   if (person && TsDisplayAvailable()) {
-    status = TsRunInWindow([&](ITsFrontEnd& window) { return RunWith(window, options, plug_in); });
+    status = TsRunInWindow([&](ITsFrontEnd& window) { return Started(window, options, plug_in); });
   } else if (person) {
     TsTerminal terminal(STDIN_FILENO, STDOUT_FILENO);
-    status = RunWith(terminal, options, plug_in);
+    status = Started(terminal, options, plug_in);
     if (status == 0 && terminal.Ended()) KeepUnsavedChanges();
   } else {
     std::ifstream file;
@@ -106,7 +88,7 @@ int Run(const TsProgramOptions& options) {
       return 1;
     }
     TsScriptFrontEnd script(options.m_script.empty() ? std::cin : file, WriteOut);
-    status = RunWith(script, options, plug_in);
+    status = Started(script, options, plug_in);
   }
   CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
   if (status == 0 && !options.m_picture.empty() &&

@@ -3,10 +3,12 @@
 // again with fresh checksums.
 #pragma once
 
+#include <algorithm>
 #include <fstream>
 #include <string>
 #include <vector>
 
+#include "data/place_holder.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_crc32.h"
 
@@ -74,6 +76,19 @@ struct ModelFileBlocks {
   int version = 0;
   std::vector<Bytes> objects;
   std::vector<PlugInBlock> plug_ins;
+
+  // Makes every version field of the stance plug-in's in `bytes` (the one before each place
+  // holder) 1, as a newer version of the plug-in writes.
+  static void MakeStancesNewer(Bytes& bytes) {
+    ZK_BinaryMemoryArchive pattern;
+    pattern.WriteInt(0);
+    pattern.WriteString(kKorvoPlaceHolder);
+    const auto& needle = pattern.Bytes();
+    for (auto at = bytes.begin();
+         (at = std::search(at, bytes.end(), needle.begin(), needle.end())) != bytes.end();) {
+      *at = 1;
+    }
+  }
 
  private:
   bool check_ = true;

@@ -115,6 +115,7 @@ void TsMainWindow::MakeMenus() {
     const std::wstring macro = name;
     QAction* action = menu->addAction(text, keys, this, [this, macro] { RunFromMenu(macro); });
     action->setShortcutContext(Qt::ApplicationShortcut);
+    return action;
   };
   QMenu* file = menuBar()->addMenu("&File");
   command(file, "&New", L"_New", QKeySequence::New);
@@ -128,7 +129,8 @@ void TsMainWindow::MakeMenus() {
   command(file, "E&xit", L"_Exit", QKeySequence::Quit);
   QMenu* edit = menuBar()->addMenu("&Edit");
   command(edit, "&Undo", L"_Undo", QKeySequence::Undo);
-  command(edit, "&Redo", L"_Redo", QKeySequence::Redo);
+  command(edit, "&Redo", L"_Redo")
+      ->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(QKeySequence::Redo)});
   QMenu* view = menuBar()->addMenu("&View");
   const auto direction = [this, view](const QString& text, TsModelView::Direction d, int key) {
     view->addAction(text, QKeySequence(Qt::CTRL | key), this,
@@ -241,7 +243,9 @@ void TsMainWindow::Recall(int step) {
 
 bool TsMainWindow::UndoKey(QObject* watched, QKeyEvent* event) {
   const bool undo = event->matches(QKeySequence::Undo);
-  if (!undo && !event->matches(QKeySequence::Redo)) return false;
+  const bool redo = event->matches(QKeySequence::Redo) ||
+                    (event->key() == Qt::Key_Y && event->modifiers() == Qt::ControlModifier);
+  if (!undo && !redo) return false;
   // The field undoes its own typing while it holds text; else the keys are the model's.
   if (watched == m_input && !m_input->text().isEmpty()) return false;
   if (event->type() == QEvent::ShortcutOverride) {

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 
 #include "host/tarsa/standin/tarsa_standin.h"
@@ -13,12 +12,6 @@
 #include "shell/panel_text.h"
 
 namespace {
-
-// Ctrl-C while no line is read (a command at work) is kept for the next prompt, never the end.
-volatile std::sig_atomic_t g_interrupted = 0;
-void Interrupted(int) { g_interrupted = 1; }
-
-struct sigaction g_interrupt_before;
 
 constexpr int kEscapeWaitMs = 40;  // how soon the rest of a key's sequence follows its Escape
 
@@ -29,43 +22,27 @@ std::string HistoryPath() {
 
 bool CommandRuns() { return CTarsaStandIn::CommandLine().RunningCommand() != nullptr; }
 
-// The terminal in raw mode for the time a line is read: keys come one by one, unechoed, Ctrl-C
-// and Ctrl-D as characters; output is still translated, "\n" to a new line.
-class RawMode {
- public:
-  RawMode(int fd, const termios& cooked, bool terminal) : m_fd(fd), m_cooked(cooked) {
-    if (!terminal) return;
-    termios raw = cooked;
+}  // namespace
+
+TsTerminal::TsTerminal(int in, int out) : m_in(in), m_out(out) {
+  // Raw for as long as the program reads the terminal, not only while a line is read: keys typed
+  // ahead while a command works must reach the editor as they were typed, not be echoed and
+  // edited by the terminal (its Ctrl-U would drop them). Output still turns "\n" into a new line.
+  m_is_terminal = isatty(in) && tcgetattr(in, &m_cooked) == 0;
+  if (m_is_terminal) {
+    termios raw = m_cooked;
     raw.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | ISIG | IEXTEN);
     raw.c_iflag &= ~static_cast<tcflag_t>(IXON | ICRNL | INLCR);
     raw.c_cc[VMIN] = 1;
     raw.c_cc[VTIME] = 0;
-    m_set = tcsetattr(fd, TCSADRAIN, &raw) == 0;
+    m_is_terminal = tcsetattr(in, TCSADRAIN, &raw) == 0;
   }
-  ~RawMode() {
-    if (m_set) tcsetattr(m_fd, TCSADRAIN, &m_cooked);
-  }
-  RawMode(const RawMode&) = delete;
-  RawMode& operator=(const RawMode&) = delete;
-
- private:
-  int m_fd;
-  termios m_cooked;
-  bool m_set = false;
-};
-
-}  // namespace
-
-TsTerminal::TsTerminal(int in, int out) : m_in(in), m_out(out) {
-  m_is_terminal = isatty(in) && tcgetattr(in, &m_cooked) == 0;
   m_history.Keep(HistoryPath());
-  struct sigaction on_interrupt {};
-  on_interrupt.sa_handler = Interrupted;
-  sigemptyset(&on_interrupt.sa_mask);
-  sigaction(SIGINT, &on_interrupt, &g_interrupt_before);
 }
 
-TsTerminal::~TsTerminal() { sigaction(SIGINT, &g_interrupt_before, nullptr); }
+TsTerminal::~TsTerminal() {
+  if (m_is_terminal) tcsetattr(m_in, TCSADRAIN, &m_cooked);
+}
 
 void TsTerminal::Idle() { TsShowPanelChanges(); }
 
@@ -89,14 +66,6 @@ void TsTerminal::Out(const std::wstring& text) {
 
 bool TsTerminal::ReadLine(const std::wstring& prompt, std::wstring& line) {
   if (m_ended) return false;
-  const bool interrupted = g_interrupted != 0;
-  g_interrupted = 0;
-  if (interrupted && CommandRuns()) {
-    Out(prompt + L" ^C\n");
-    line = L"!";
-    return true;
-  }
-  const RawMode raw(m_in, m_cooked, m_is_terminal);
   m_prompt = prompt;
   m_text.clear();
   m_cursor = 0;

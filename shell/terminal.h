@@ -1,12 +1,13 @@
 // TsTerminal: the front end of a person at a terminal. It edits the line itself, with the
-// terminal in raw mode while it reads:
+// terminal in raw mode while the program runs (keys typed while a command works wait for the
+// next prompt, as they were typed):
 // - Left, Right, Home, End, Backspace, Delete, Ctrl-A, Ctrl-E, Ctrl-K, Ctrl-U and Ctrl-W edit;
 // - Up and Down recall earlier lines (with text typed, those that start with it), also from
 //   earlier runs (~/.tarsa_history); Tab completes command, option and stance names;
 // - Escape and Ctrl-C cancel the running command at once; at "Command:" they clear the line;
 //   Escape never takes the key after it;
 // - Ctrl-D at "Command:" on an empty line is Exit; at a command's prompt it cancels the command.
-// Ctrl-C while a command works does not end the program. Questions of panels are asked on the
+// Ctrl-C never ends the program. Questions of panels are asked on the
 // command line; unsaved changes are asked about with Save, Discard and Cancel.
 // One instance while the program runs at a terminal; it gives the terminal back as it found it.
 #pragma once

@@ -145,6 +145,7 @@ std::wstring CTarsaGet::PromptLine() const {
 CTarsaQuestion CTarsaGet::Question() const {
   CTarsaQuestion question;
   question.objects = PicksObjects();
+  question.picked = PickedObjects();
   for (const Entry& entry : m_options) {
     if (entry.hidden) continue;
     std::wstring shown = entry.name.LocalName();
@@ -272,6 +273,12 @@ bool CTarsaGetObject::TakeText(const CTarsaToken& token) {
     return true;
   }
   return false;
+}
+
+std::vector<ZK_UUID> CTarsaGetObject::PickedObjects() const {
+  std::vector<ZK_UUID> ids;
+  for (const CTarsaObject* object : m_objects) ids.push_back(object->ModelObjectId());
+  return ids;
 }
 
 void CTarsaGetObject::Pick(const CTarsaObject* object) {

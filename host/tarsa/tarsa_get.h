@@ -77,8 +77,9 @@ class CTarsaGet {
   // ends the question (m_result set), false to ask again.
   virtual bool TakeEnter();
   virtual bool TakeText(const CTarsaToken& token);
-  // Whether the prompt takes objects picked by their ids.
+  // Whether the prompt takes objects picked by their ids, and the ids of those picked so far.
   virtual bool PicksObjects() const { return false; }
+  virtual std::vector<ZK_UUID> PickedObjects() const { return {}; }
 
   result m_result = no_result;
   bool m_accept_nothing = false;
@@ -137,6 +138,7 @@ class CTarsaGetObject : public CTarsaGet {
   bool TakeEnter() override;
   bool TakeText(const CTarsaToken& token) override;
   bool PicksObjects() const override { return true; }
+  std::vector<ZK_UUID> PickedObjects() const override;
 
  private:
   void Pick(const CTarsaObject* object);

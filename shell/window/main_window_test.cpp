@@ -112,12 +112,14 @@ TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLi
   const ZK_UUID lid = AddNamed(L"lid");
   const ZK_UUID base = AddNamed(L"base");
   Move(base, ZK_Xform::Translation(5, 0, 0));
+  std::vector<ZK_UUID> picked_first;
   // Idle, then while Move waits for its objects: the panel's Save cancels Move first.
   At(L"Command:", [&] {
     ClickSave("Open", [&] {
       At(L"Select objects", [&] {
         Click(On(lid));
         At(L"Select objects", [&] {
+          picked_first = CommandLine().Question().picked;  // the view draws these as picked
           Click(On(base));
           At(L"Select objects", [&] {
             Click(QPointF(1, 1), Qt::RightButton);
@@ -146,6 +148,7 @@ TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLi
   RunUser();
   EXPECT_EQ(Members(L"Open"), (std::vector<ZK_UUID>{lid, base}));
   EXPECT_EQ(Members(L"Shut"), std::vector<ZK_UUID>{lid});
+  EXPECT_EQ(picked_first, std::vector<ZK_UUID>{lid});
   EXPECT_TRUE(Shown().contains("): _Save\n")) << "the panel's action shows";
   EXPECT_TRUE(Shown().contains("Select objects: lid")) << "each pick shows";
   EXPECT_TRUE(Shown().contains("Command: List\n")) << "the line after the actions is taken";

@@ -20,8 +20,13 @@ constexpr double kMargin = 40;     // room for names at the edges
 constexpr double kPickPixels = 5;  // how near a click must come to an object's lines
 constexpr double kDragPixels = 4;  // how far the pointer moves before a click becomes a drag
 
+// Selected objects, and those an object prompt has picked so far, stand out.
 QPen PenFor(const CTarsaObject& object) {
-  if (object.IsSelected()) return QPen(QColor(0xe8, 0x70, 0x0a), 3);
+  const std::vector<ZK_UUID>& picked = CTarsaStandIn::CommandLine().Question().picked;
+  if (object.IsSelected() ||
+      std::find(picked.begin(), picked.end(), object.ModelObjectId()) != picked.end()) {
+    return QPen(QColor(0xe8, 0x70, 0x0a), 3);
+  }
   if (object.ObjectState() == CTarsaObject::locked_object) return QPen(QColor(0x88, 0x88, 0x88), 1);
   return QPen(QColor(0x1f, 0x3a, 0x5f), 1.5);
 }

@@ -33,8 +33,8 @@ struct CTarsaToken {
 std::vector<CTarsaToken> TsTokenize(const std::wstring& text, bool echo);
 
 // What the prompt being asked offers besides typing, for a front end that shows it: the options
-// shown, each with its label as the prompt shows it and the word that picks it, and whether
-// objects may be picked (by their ids).
+// shown, each with its label as the prompt shows it and the word that picks it, whether objects
+// may be picked (by their ids), and the objects picked so far.
 struct CTarsaQuestion {
   struct Option {
     std::wstring shown;
@@ -42,6 +42,7 @@ struct CTarsaQuestion {
   };
   std::vector<Option> options;
   bool objects = false;
+  std::vector<ZK_UUID> picked;  // what an object prompt has picked so far
 };
 
 class CTarsaCommandLine {

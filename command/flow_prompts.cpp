@@ -34,6 +34,15 @@ void PrintNoStoredPosition(const wchar_t* name) {
   PrintMessage(L"Stored position <%s> does not exist.\n", 19718, name);
 }
 
+void PrintNoStance(const wchar_t* name) {
+  PrintMessage(L"Stance <%s> does not exist.\n", 40002, name);
+}
+
+ZK_wString ObjectName(const CTarsaObject& object) {
+  const ZK_wString& name = object.Attributes().m_name;
+  return name.IsEmpty() ? ZK_UuidToString(object.ModelObjectId()) : name;
+}
+
 bool AskForObjects(ZK_SimpleArray<const CTarsaObject*>& objects) {
   CTarsaGetObject get;
   get.AcceptNothing(true);

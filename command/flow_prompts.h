@@ -23,6 +23,11 @@ bool AskForStoredPosition(const wchar_t* english, int string_id, CKorvoDocData& 
 
 // Prints that no stance has the name, as typed.
 void PrintNoStoredPosition(const wchar_t* name);
+// The same in the words of the plug-in's further commands: "Stance <NAME> does not exist."
+void PrintNoStance(const wchar_t* name);
+
+// The name a person knows an object by: its name, or its id when it has none.
+ZK_wString ObjectName(const CTarsaObject& object);
 
 // Asks for at least one object, pre-selected objects accepted: true when objects were picked.
 bool AskForObjects(ZK_SimpleArray<const CTarsaObject*>& objects);

@@ -9,41 +9,22 @@
 #include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_localize.h"
 #include "panel/stances_panel.h"
-#include "testing/stance_document_test.h"
-#include "testing/stand_ins.h"
+#include "testing/command_line_test.h"
 
 namespace {
 
 const std::wstring kMenu =
     L"Choose stance option ( List Save Restore Delete Rename Select Update Append Visible ):";
 
-class StanceCommandTest : public StanceDocumentTest {
+class StanceCommandTest : public CommandLineTest {
  protected:
   void TearDown() override {
     g_bSaveWithoutConfirm = false;
-    StanceDocumentTest::TearDown();
+    CommandLineTest::TearDown();
   }
 
-  static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
-  // Feeds the user's lines to the command line and runs `typed`; what was shown, line by line.
-  std::vector<std::wstring> Run(const std::wstring& typed, std::deque<std::wstring> lines) {
-    CommandLine().SetReader([&lines](const std::wstring&, std::wstring& line) {
-      if (lines.empty()) return false;
-      line = lines.front();
-      lines.pop_front();
-      return true;
-    });
-    result_ = CommandLine().RunCommand(typed);
-    return SplitLines(CommandLine().TakeOutput());
-  }
   std::vector<std::wstring> Stance(std::deque<std::wstring> lines) {
     return Run(L"-_Stance", std::move(lines));
-  }
-  static std::vector<std::wstring> SplitLines(const std::wstring& text) {
-    std::vector<std::wstring> lines;
-    std::wistringstream in(text);
-    for (std::wstring line; std::getline(in, line);) lines.push_back(line);
-    return lines;
   }
   std::vector<std::wstring> Names() {
     std::vector<std::wstring> names;
@@ -55,8 +36,6 @@ class StanceCommandTest : public StanceDocumentTest {
   static std::wstring Menu(const std::wstring& answer = L"") {
     return answer.empty() ? kMenu : kMenu + L" " + answer;
   }
-
-  CTarsaCommand::result result_ = CTarsaCommand::nothing;
 };
 
 using Lines = std::vector<std::wstring>;

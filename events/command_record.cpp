@@ -15,7 +15,10 @@ void CKorvoCommandRecord::NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& 
   const CKorvoUserData* record = CKorvoUserData::Of(&object);
   if (record != nullptr && !removal_asked) m_removal_docs.push_back(serial);
   if (m_added_ids.Count() > 0) {
-    if (record != nullptr) HandOn(doc, *record);
+    if (record != nullptr) {
+      m_saved_record = new CKorvoUserData(*record);
+      HandOnRecord(doc);
+    }
     m_added_ids.Empty();
     return;
   }
@@ -41,11 +44,15 @@ void CKorvoCommandRecord::NoteAddedObject(CTarsaObject& object) {
   m_saved_record = nullptr;
 }
 
-void CKorvoCommandRecord::HandOn(CTarsaDoc& doc, const CKorvoUserData& record) {
+void CKorvoCommandRecord::HandOnRecord(CTarsaDoc& doc) {
+  if (m_added_ids.Count() == 0 || m_saved_record == nullptr) return;
   for (int i = 0; i < m_added_ids.Count(); ++i) {
     const CTarsaObject* object = doc.LookupObject(m_added_ids[i]);
     if (object == nullptr || CKorvoUserData::Of(object) != nullptr) continue;
-    auto* copy = new CKorvoUserData(record);
+    auto* copy = new CKorvoUserData(*m_saved_record);
     if (!object->AttachGeometryUserData(copy)) delete copy;
   }
+  m_added_ids.Empty();
+  delete m_saved_record;
+  m_saved_record = nullptr;
 }

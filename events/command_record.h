@@ -34,8 +34,9 @@ class CKorvoCommandRecord {
   const std::vector<unsigned int>& RemovalDocuments() const { return m_removal_docs; }
 
  private:
-  // Gives every waiting object that has no record of its own a copy of `record`.
-  void HandOn(CTarsaDoc& doc, const CKorvoUserData& record);
+  // Gives every waiting object that has no record of its own a copy of the saved record, then
+  // forgets the waiting objects and the saved record. Nothing happens while either is missing.
+  void HandOnRecord(CTarsaDoc& doc);
 
   bool m_deletion_waiting = false;           // a deletion no addition has been paired with yet
   CKorvoUserData* m_saved_record = nullptr;  // owned; the waiting deletion's record, or null

@@ -55,6 +55,8 @@ void CKorvoEventWatcher::OnBeginCommand(const CTarsaCommand&, const CTarsaComman
 void CKorvoEventWatcher::OnEndCommand(const CTarsaCommand&, const CTarsaCommandContext&,
                                       CTarsaCommand::result) {
   FinishCommandRecord();
+  // Any command may have moved objects to or from a stance: the panel's marks follow.
+  ScheduleStancesPanelRebuild();
 }
 
 void CKorvoEventWatcher::OnReplaceObject(CTarsaDoc&, CTarsaObject& old_object, CTarsaObject&) {

@@ -8,29 +8,12 @@
 
 #include "data/undo_scope.h"
 #include "events/event_watcher.h"
+#include "events/imported_name.h"
 #include "operations/every_object_iterator.h"
 #include "operations/object_wrapper.h"
 #include "plugin/korvo_plugin.h"
 
 namespace {
-
-// The name an imported stance takes: its own when free, else "<name> - Copy", then
-// "<name> - Copy (2)", "(3)" and so on, the first one not in use (ignoring letter case). `taken`
-// holds the folded names in use, and takes the one chosen.
-ZK_wString ImportedName(std::unordered_set<ZK_wString>& taken, const ZK_wString& name) {
-  ZK_wString candidate = name;
-  ZK_wString folded = candidate.CaseFolded();
-  for (int n = 1; taken.count(folded); ++n) {
-    if (n == 1) {
-      candidate = name + L" - Copy";
-    } else {
-      candidate.Format(L"%s - Copy (%d)", name.Array(), n);
-    }
-    folded = candidate.CaseFolded();
-  }
-  taken.insert(std::move(folded));
-  return candidate;
-}
 
 // Moves one object's entry from the file's stance id to its new id; the saved placement takes
 // along the transform the host applied while adding the object.
@@ -46,6 +29,21 @@ void Rekey(const CTarsaObject& object, const ZK_UUID& old_id, const ZK_UUID& new
 }
 
 }  // namespace
+
+ZK_wString ImportedName(std::unordered_set<ZK_wString>& taken, const ZK_wString& name) {
+  ZK_wString candidate = name;
+  ZK_wString folded = candidate.CaseFolded();
+  for (int n = 1; taken.count(folded); ++n) {
+    if (n == 1) {
+      candidate = name + L" - Copy";
+    } else {
+      candidate.Format(L"%s - Copy (%d)", name.Array(), n);
+    }
+    folded = candidate.CaseFolded();
+  }
+  taken.insert(std::move(folded));
+  return candidate;
+}
 
 void CKorvoEventWatcher::OnBeginOpenDocument(CTarsaDoc&, const wchar_t*, bool merge,
                                              bool reference) {

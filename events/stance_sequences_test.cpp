@@ -42,8 +42,10 @@ enum Kind {
   kRestore,
   kUpdate,
   kAppend,
+  kPartRestore,
   kRename,
   kDeleteStance,
+  kCheck,
   kImport,
   kSaveAndOpen,
   kUndo,
@@ -51,9 +53,10 @@ enum Kind {
   kKindCount
 };
 const char* const kKindNames[kKindCount] = {
-    "save",   "move",   "copy",          "delete", "explode",       "rebuild", "restore", "update",
-    "append", "rename", "delete stance", "import", "save and open", "undo",    "redo"};
-const int kWeights[kKindCount] = {3, 3, 2, 2, 1, 1, 3, 1, 1, 1, 1, 1, 1, 3, 2};
+    "save",    "move",   "copy",          "delete",       "explode", "rebuild",
+    "restore", "update", "append",        "part restore", "rename",  "delete stance",
+    "check",   "import", "save and open", "undo",         "redo"};
+const int kWeights[kKindCount] = {3, 3, 2, 2, 1, 1, 3, 1, 1, 2, 1, 1, 2, 1, 1, 3, 2};
 const wchar_t* const kNames[] = {L"A", L"B", L"C", L"b"};
 constexpr int kNameCount = 4;
 constexpr int kSequenceLength = 25;
@@ -75,7 +78,7 @@ std::string Describe(const Action& action) {
   std::ostringstream text;
   text << kKindNames[k];
   if (k >= kRestore && k <= kDeleteStance) text << " stance #" << action.stance;
-  if (k <= kRebuild || k == kAppend) {
+  if (k <= kRebuild || k == kAppend || k == kPartRestore) {
     for (int object : action.objects) text << " object #" << object;
   }
   if (k == kSave || k == kRename) text << " name " << ZK_wString(kNames[action.name]).ToUtf8();
@@ -381,6 +384,8 @@ class StanceSequencesTest : public StanceDocumentTest {
       }
       case kImport:
         return crowded ? "" : Import(before);
+      case kCheck:
+        return CheckEveryStance();
       default:
         return ChangeStance(action, picked);
     }
@@ -404,6 +409,14 @@ class StanceSequencesTest : public StanceDocumentTest {
         StanceMacro(L"_Append " + name + L" " + Pick(picked));
         for (const ZK_UUID& id : picked) stance->saved.emplace(id, model_.Find(id)->points);
         return "";
+      case kPartRestore:
+        if (picked.empty()) return "";
+        Macro(L"-_StanceRestoreObjects " + name + L" " + Pick(picked));
+        for (const ZK_UUID& id : picked) {
+          const auto member = stance->saved.find(id);
+          if (member != stance->saved.end()) model_.Find(id)->points = member->second;
+        }
+        return "";
       case kRename:
         for (int n = 0; n < kNameCount; ++n) {
           const std::wstring new_name = kNames[(action.name + n) % kNameCount];
@@ -418,6 +431,28 @@ class StanceSequencesTest : public StanceDocumentTest {
         model_.stances.erase(model_.stances.begin() + (stance - &model_.stances[0]));
         return "";
     }
+  }
+
+  // StanceCheck's line of each stance against the model: its members, and "matches" exactly when
+  // every member is at its saved placement.
+  std::string CheckEveryStance() {
+    CTarsaStandIn::CommandLine().RunScript(L"-_StanceCheck _Enter", 0);
+    std::wistringstream shown(CTarsaStandIn::CommandLine().TakeOutput());
+    for (const ModelStance& stance : model_.stances) {
+      bool matches = true;
+      for (const auto& member : stance.saved) {
+        matches = matches && Near(model_.Find(member.first)->points, member.second);
+      }
+      const std::wstring start =
+          stance.name + L": " + std::to_wstring(stance.saved.size()) + L" members, ";
+      std::wstring line;
+      std::getline(shown, line);
+      if (line.compare(0, start.size(), start) != 0 ||
+          (line.substr(start.size()) == L"matches") != matches) {
+        return "the check says " + ZK_wString(line.c_str()).ToUtf8();
+      }
+    }
+    return "";
   }
 
   // Each exploded polyline of n points gives n - 1 segments, which take its stances.

@@ -7,24 +7,17 @@
 #include "host/tarsa/tarsa_app.h"
 #include "operations/watcher_pause.h"
 
-namespace {
-
-// Placements closer than this in every element are the same placement.
-const double kTolerance = 1.0 / std::pow(10.0, 3);
-
 bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
   // An object that has not moved since the save carries the very same bits, most often.
   if (std::memcmp(a.m_xform, b.m_xform, sizeof a.m_xform) == 0) return true;
   for (int r = 0; r < 4; ++r) {
     for (int c = 0; c < 4; ++c) {
-      if (!(std::fabs(a(r, c) - b(r, c)) < kTolerance)) return false;
+      if (!(std::fabs(a(r, c) - b(r, c)) < kPlacementTolerance)) return false;
     }
   }
   return true;
 }
 
-// The transform that takes an object placed by `current` back to `saved`: saved * current^-1,
-// kept affine.
 ZK_Xform MoveBack(const ZK_Xform& current, const ZK_Xform& saved) {
   if (current.IsAffine() && saved.IsAffine() && current.IsTranslation() && saved.IsTranslation()) {
     // The product below comes to exactly this for two moves (the kernel takes those as moves
@@ -39,8 +32,6 @@ ZK_Xform MoveBack(const ZK_Xform& current, const ZK_Xform& saved) {
   move(3, 3) = 1.0;
   return move;
 }
-
-}  // namespace
 
 CKorvoUserData* CKorvoObjectWrapper::GetRecord() const {
   if (IsLight()) {

@@ -8,6 +8,17 @@
 #include "data/placement_record.h"
 #include "host/tarsa/tarsa_doc.h"
 
+// Placements closer than this in every element are the same placement (1 / 10^3).
+constexpr double kPlacementTolerance = 0.001;
+
+// True when the two placements differ by less than 0.001 in each of their sixteen elements: an
+// object whose present placement is the same as its saved one is in place and not moved.
+bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b);
+
+// The transform that takes an object placed by `current` back to `saved`: saved * current^-1,
+// with the bottom row 0, 0, 0, 1.
+ZK_Xform MoveBack(const ZK_Xform& current, const ZK_Xform& saved);
+
 class CKorvoObjectWrapper {
  public:
   // Binds the wrapper to `object`, which may be null; the wrapper does not own it.

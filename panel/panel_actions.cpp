@@ -37,6 +37,10 @@ std::wstring PausingNameMacro(const wchar_t* command, const wchar_t* option,
   return Format(L"!-_%s _%s %s _PAUSE _ENTER", command, option, quoted.c_str());
 }
 
+std::wstring CommandMacro(const wchar_t* command, const std::wstring& quoted) {
+  return Format(L"!-_%s %s", command, quoted.c_str(), nullptr);
+}
+
 bool IsSaveOption(const wchar_t* option) { return ZK_wString(option).CompareNoCase(L"Save") == 0; }
 
 std::wstring StandardActionMacro(const wchar_t* command, const wchar_t* option,

@@ -17,6 +17,9 @@ std::wstring QuoteName(const wchar_t* name);
 std::wstring NameMacro(const wchar_t* command, const wchar_t* option, const std::wstring& quoted);
 std::wstring PausingNameMacro(const wchar_t* command, const wchar_t* option,
                               const std::wstring& quoted);
+// A macro that runs `command` non-interactively with the quoted name as its first answer and
+// leaves the prompts after it to the user ("!-_%s %s").
+std::wstring CommandMacro(const wchar_t* command, const std::wstring& quoted);
 // The macro of an action of the panel's base: a Save (matched ignoring letter case) pauses at the
 // object prompt, then gives the second name when there is one; any other option gives both
 // quoted names, an empty one leaving its blank in place.

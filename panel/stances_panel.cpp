@@ -1,6 +1,7 @@
 #include "panel/stances_panel.h"
 
 #include "command/save_flows.h"
+#include "drift/stance_drift.h"
 #include "host/platform/menu.h"
 #include "host/tarsa/tarsa_app.h"
 #include "host/tarsa/tarsa_dpi.h"
@@ -78,7 +79,10 @@ void CTsStancesManagerDlg::RebuildListIfChanged() {
   ZK_ClassArray<ZK_wString>& captions = ListCaptions();
   const std::wstring shown =
       Joined(captions.Count(), [&captions](int i) { return captions[i].View(); });
-  if (names == shown) return;
+  if (names == shown) {
+    MarkMatchedStances();
+    return;
+  }
   List().SendMessage(LVM_DELETEALLITEMS);
   captions.Empty();
   FillList();
@@ -97,6 +101,21 @@ void CTsStancesManagerDlg::FillList() {
   }
   list.SendMessage(LVM_SORTITEMS, Document()->RuntimeSerialNumber(),
                    reinterpret_cast<LPARAM>(&CompareListItems));
+  MarkMatchedStances();
+}
+
+void CTsStancesManagerDlg::MarkMatchedStances() {
+  CKorvoDocData* table = Table();
+  if (table == nullptr) return;
+  const std::vector<KorvoStanceSummary> summaries = MeasureEveryStance(*Document(), *table);
+  CListCtrl& list = List();
+  for (int item = 0; item < list.GetItemCount(); ++item) {
+    const int index = static_cast<int>(list.GetItemData(item));
+    const bool matches =
+        index >= 0 && index < static_cast<int>(summaries.size()) && summaries[index].Matches();
+    list.SetItemState(item, INDEXTOSTATEIMAGEMASK(matches ? matches_state_image : 0),
+                      LVIS_STATEIMAGEMASK);
+  }
 }
 
 void CTsStancesManagerDlg::RefreshListCaptions() {
@@ -237,6 +256,14 @@ void CTsStancesManagerDlg::OnUpdateAction() { RunToolAction(L"Update", false); }
 
 void CTsStancesManagerDlg::OnAppendAction() { RunToolAction(L"Append", true); }
 
+void CTsStancesManagerDlg::OnRestoreObjectsAction() {
+  CKorvoDocData::USER_DATA* stance = SelectedStance();
+  if (stance == nullptr) return;
+  // Echoed, as the object prompt goes to the user when nothing is selected in the document.
+  TarsaApp().RunScript(CommandMacro(L"StanceRestoreObjects", QuoteName(stance->m_name)).c_str(), 1);
+  SetFocus(TarsaApp().MainWnd()->GetSafeHwnd());
+}
+
 void CTsStancesManagerDlg::OnContextMenu(CWnd* window, POINT point) {
   const bool selected =
       List().SendMessage(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED) >= 0;
@@ -258,6 +285,10 @@ void CTsStancesManagerDlg::OnContextMenu(CWnd* window, POINT point) {
     AppendMenuW(h, MF_SEPARATOR, 0, nullptr);
   }
   item(save_item, L"&Save Object Positions As Stance...", 33044);
+  if (selected) {
+    AppendMenuW(h, MF_SEPARATOR, 0, nullptr);
+    item(restore_objects_item, L"Restore Selected Objects Only", 40013);
+  }
   SetMenuDefaultItem(h, restore_item, 0);
   switch (menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON, point.x, point.y, window)) {
     case restore_item:
@@ -274,6 +305,8 @@ void CTsStancesManagerDlg::OnContextMenu(CWnd* window, POINT point) {
       return OnSelectAction();
     case save_item:
       return OnSave();
+    case restore_objects_item:
+      return OnRestoreObjectsAction();
     default:
       return;
   }

@@ -33,6 +33,7 @@ class CTsStancesManagerDlg : public CTsNamedDocObjectManagerDlg {
     rename_item = 104,
     select_item = 105,
     save_item = 106,
+    restore_objects_item = 107,
   };
 
   CTsStancesManagerDlg();
@@ -45,11 +46,16 @@ class CTsStancesManagerDlg : public CTsNamedDocObjectManagerDlg {
   HICON Icon(int width, int height) override;
   unsigned int IconResourceId() const override { return 1021; }
 
+  // The state image that marks the stances the model matches now (every member at its saved
+  // placement); the others have none. The item image stays 0.
+  enum { matches_state_image = 1 };
+
   // Refills the list when the table's names (their text, order or number) differ from the
-  // captions of the last fill; otherwise leaves list and selection alone.
+  // captions of the last fill; otherwise leaves list and selection alone and only brings the
+  // marks of matched stances up to date.
   void RebuildListIfChanged() override;
-  // One item per stance: the name, image 0, and the stance's table index as data; then sorted
-  // by name ignoring case.
+  // One item per stance: the name, image 0, the stance's table index as data, and the mark when
+  // the model matches it; then sorted by name ignoring case.
   void FillList() override;
   // Sets every item's text to the name its data index names now, and sorts again; the captions
   // stay, so that the next RebuildListIfChanged still refills.
@@ -89,6 +95,9 @@ class CTsStancesManagerDlg : public CTsNamedDocObjectManagerDlg {
   void OnSelectAction();
   void OnUpdateAction();
   void OnAppendAction();
+  // Menu item 107: restores the objects selected in the document, of the selected stance only,
+  // through the StanceRestoreObjects command; nothing without a selected stance.
+  void OnRestoreObjectsAction();
 
   // The list's order: names of the stances the item data index in the table of the document
   // with serial number `sort_parameter`, compared ignoring case; no stance counts as empty.
@@ -107,6 +116,9 @@ class CTsStancesManagerDlg : public CTsNamedDocObjectManagerDlg {
 
  private:
   CKorvoDocData* Table() const;
+  // Gives every item the mark when the model matches its stance, and takes it away otherwise,
+  // from one visit of the document.
+  void MarkMatchedStances();
   // Runs `macro` through the host's script runner for the selected stance.
   void RunToolAction(const wchar_t* option, bool pause);
 

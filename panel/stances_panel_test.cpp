@@ -1,6 +1,7 @@
 #include "panel/stances_panel.h"
 
 #include <deque>
+#include <functional>
 
 #include "command/save_flows.h"
 #include "host/platform/module_state.h"
@@ -44,6 +45,15 @@ class StancesPanelTest : public StanceDocumentTest {
     std::vector<LPARAM> data;
     for (int i = 0; i < List().GetItemCount(); ++i) data.push_back(List().GetItemData(i));
     return data;
+  }
+  // Which items carry the mark of a stance the model matches.
+  std::vector<bool> Marks() const {
+    std::vector<bool> marks;
+    for (int i = 0; i < List().GetItemCount(); ++i) {
+      marks.push_back(List().GetItemState(i, LVIS_STATEIMAGEMASK) ==
+                      INDEXTOSTATEIMAGEMASK(CTsStancesManagerDlg::matches_state_image));
+    }
+    return marks;
   }
   std::vector<int> Selected() const {
     std::vector<int> items;
@@ -343,7 +353,9 @@ TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStance) {
                           L"",
                           L"S&elect In Document",
                           L"",
-                          L"&Save Object Positions As Stance..."};
+                          L"&Save Object Positions As Stance...",
+                          L"",
+                          L"Restore Selected Objects Only"};
   Texts texts;
   std::vector<UINT> ids;
   for (const TsMenuItem& item : asked[0].menu_items) {
@@ -353,7 +365,7 @@ TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStance) {
   EXPECT_EQ(texts[1], L"&Stellung aktualisieren");
   texts[1] = expected[1];
   EXPECT_EQ(texts, expected);
-  EXPECT_EQ(ids, (std::vector<UINT>{100, 101, 102, 0, 103, 104, 0, 105, 0, 106}));
+  EXPECT_EQ(ids, (std::vector<UINT>{100, 101, 102, 0, 103, 104, 0, 105, 0, 106, 0, 107}));
   EXPECT_EQ(asked[0].default_item, 100);
   EXPECT_EQ(asked[0].point.x, -1);
   EXPECT_TRUE(TakeScripts().empty()) << "a dismissed menu does nothing";
@@ -366,6 +378,30 @@ TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStance) {
   EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0},
                                     {L"!-_Stance _Select \"Front\" _ENTER", 0}}));
   EXPECT_EQ(Output(), L"");
+}
+
+TEST_F(StancesPanelTest, RestoringSelectedObjectsOnlyMovesThemBackInOneUndoStep) {
+  const ZK_UUID door = AddNamed(L"door");
+  const ZK_UUID wheel = AddNamed(L"wheel");
+  Save(L"Fr\"ont", {door, wheel});
+  const std::vector<ZK_3dPoint> saved = Placement(door);
+  Move(door, ZK_Xform::Translation(5, 0, 0));
+  Move(wheel, ZK_Xform::Translation(0, 5, 0));
+  const std::vector<ZK_3dPoint> wheel_moved = Placement(wheel);
+  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
+  panel_ = &Open();
+  Select({0});
+  Object(door)->Select();
+  Answers().Choose(107);
+  RightClick();
+  Answers().TakeQuestions();
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_StanceRestoreObjects \"Fr\"\"ont\"", 1}}));
+  EXPECT_NE(Output().find(L"Stance to restore:"), std::wstring::npos) << "echoed for the user";
+  ExpectNear(Placement(door), saved);
+  ExpectNear(Placement(wheel), wheel_moved);
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
+  EXPECT_NEAR(Placement(door)[0].x, saved[0].x + 5, 1e-9) << "the part restore is one step";
 }
 
 TEST_F(StancesPanelTest, SaveProposesANameAsksBeforeReplacingAndRunsTheCommandOnce) {
@@ -466,6 +502,34 @@ TEST_F(StancesPanelTest, ADoubleClickRestoresAndTheObjectsMoveBack) {
   EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0}}));
   ExpectNear(Placement(door), saved);
   EXPECT_EQ(GetFocus(), TarsaApp().ActiveView()->GetSafeHwnd());
+}
+
+TEST_F(StancesPanelTest, MarksFollowTheModelThroughRestoreMoveAndUndoKeepingTheSelection) {
+  const ZK_UUID door = AddNamed(L"door");
+  Save(L"Front", {door});
+  Move(door, ZK_Xform::Translation(5, 0, 0));
+  Save(L"Side", {door});
+  panel_ = &Open();
+  EXPECT_EQ(Shown(), (Texts{L"Front", L"Side"}));
+  EXPECT_EQ(Marks(), (std::vector<bool>{false, true}));
+  Select({0});
+  CTarsaStandIn::DoubleClick(*panel_, 0);
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0}}));
+  WaitForRebuild();
+  EXPECT_EQ(Marks(), (std::vector<bool>{true, false}));
+  EXPECT_EQ(Selected(), std::vector<int>{0});
+  const std::vector<std::pair<std::function<void()>, std::vector<bool>>> steps = {
+      {[&] { CTarsaStandIn::Undo(*doc_); }, {false, true}},
+      {[&] { CTarsaStandIn::Redo(*doc_); }, {true, false}},
+      {[] { CTarsaStandIn::CommandLine().RunScript(L"-_Move door _Enter 0,1,0", 0); },
+       {false, false}},
+  };
+  for (size_t i = 0; i < steps.size(); ++i) {
+    steps[i].first();
+    Output();
+    WaitForRebuild();
+    EXPECT_EQ(Marks(), steps[i].second) << "step " << i;
+  }
 }
 
 TEST_F(StancesPanelTest, AnActionWhileACommandWaitsCancelsItThenRunsOnItsOwn) {

@@ -1,7 +1,10 @@
 // The module Korvo.tsp: its static objects and its exports. Opening the module builds the static
 // objects below in this order; closing it destroys them in reverse: the plug-in object, the
 // placement record's class registration with the kernel, the Stance command, the application
-// object.
+// object. The plug-in's further commands follow the Stance command, registered in the same way.
+#include "command/import_preview_command.h"
+#include "command/part_restore_command.h"
+#include "command/stance_check_command.h"
 #include "command/stance_command.h"
 #include "data/placement_record.h"
 #include "host/tarsa/tarsa_plugin.h"
@@ -22,6 +25,9 @@ const ZK_ClassId CKorvoUserData::m_record_class("CKorvoUserData", "ZK_UserData",
 namespace {
 
 CCommandKorvo theStanceCommand;
+CCommandStanceCheck theStanceCheckCommand;
+CCommandStanceRestoreObjects theStanceRestoreObjectsCommand;
+CCommandStanceImportPreview theStanceImportPreviewCommand;
 CKorvoApp theApp;
 
 }  // namespace

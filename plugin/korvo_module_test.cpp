@@ -79,8 +79,13 @@ TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
                          std::wregex(L"[A-Z][a-z]{2} [ 123]\\d \\d{4}  \\d\\d:\\d\\d:\\d\\d")));
     EXPECT_EQ(plug_in->PlugInLoadTime(), 2);
     EXPECT_FALSE(plug_in->AddToPlugInHelpMenu());
-    ASSERT_EQ(CTarsaPlugInLoader::Commands(*plug_in).size(), 1u);
-    EXPECT_EQ(CTarsaPlugInLoader::Commands(*plug_in)[0], CTarsaCommand::Find(L"Stance", true));
+    // The Stance command first, then the plug-in's further commands in their order.
+    const std::vector<const wchar_t*> names = {L"Stance", L"StanceCheck", L"StanceRestoreObjects",
+                                               L"StanceImportPreview"};
+    ASSERT_EQ(CTarsaPlugInLoader::Commands(*plug_in).size(), names.size());
+    for (size_t i = 0; i < names.size(); ++i) {
+      EXPECT_EQ(CTarsaPlugInLoader::Commands(*plug_in)[i], CTarsaCommand::Find(names[i], true));
+    }
     const CTarsaPlugInLoader::DeveloperInfo* developer = CTarsaPlugInLoader::Developer(*plug_in);
     ASSERT_NE(developer, nullptr);
     EXPECT_EQ(developer->m_update_url, developer->m_website);

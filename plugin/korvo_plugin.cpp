@@ -83,19 +83,17 @@ bool CKorvoPlugIn::WriteDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
 
 bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
                                 const CTarsaFileReadOptions&) {
-  int version = 0;
-  if (!archive.ReadInt(version) || version > kDocumentVersion) {
+  const int header = ReadBlockHeader(archive);
+  if (header == 0) {
     TarsaMessageBox(
         TsLocalizeString(L"This model was created with a more recent version of the Stance plug-in",
                          15750),
         TsLocalizeString(L"Stance", 15751), TS_MB_OK | TS_MB_ICONINFORMATION);
     return false;
   }
-  ZK_wString place_holder;
-  const bool place_holder_read = archive.ReadString(place_holder);
   CKorvoEventWatcher* watcher = EventWatcher();
   CKorvoOpenDocStackItem* item = watcher->m_open_stack.Top();
-  if (!place_holder_read) return false;
+  if (header < 0) return false;
   if (item && (item->m_reference || item->m_merge)) {
     watcher->ImportStances(doc, archive);
   } else if (!DocData(doc.RuntimeSerialNumber())->Read(archive)) {
@@ -107,6 +105,13 @@ bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
     watcher->m_cleanup_requested = true;
   }
   return true;
+}
+
+int CKorvoPlugIn::ReadBlockHeader(ZK_BinaryArchive& archive) {
+  int version = 0;
+  if (!archive.ReadInt(version) || version > kDocumentVersion) return 0;
+  ZK_wString place_holder;
+  return archive.ReadString(place_holder) ? 1 : -1;
 }
 
 IUnknown* CKorvoPlugIn::GetScriptObjectInterface(REFIID iid) {

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "drift/stance_drift.h"
 #include "host/tarsa/tarsa_app.h"
 #include "operations/stance_members.h"
 #include "plugin/korvo_plugin.h"
@@ -40,6 +41,28 @@ bool FindStance(CTarsaDoc& doc, const ZK_wString& name, ZK_UUID& id) {
   return true;
 }
 
+VARIANT Number(double value) {
+  VARIANT result;
+  VariantInit(&result);
+  result.vt = VT_R8;
+  result.dblVal = value;
+  return result;
+}
+
+// The variants as an array, or Null when it cannot be made.
+VARIANT ArrayOf(std::vector<VARIANT>& elements) {
+  COleSafeArray array;
+  return VariantsToSafeArray(elements, array) ? array.Detach() : Null();
+}
+
+// The active document and the id of its stance named by `name`: false when there is no
+// document, the name is unusable, or no stance has it.
+bool FindNamedStance(const VARIANT& name, CTarsaDoc*& doc, ZK_UUID& id) {
+  doc = TarsaApp().ObsoleteActiveDoc();
+  ZK_wString text;
+  return doc != nullptr && VariantToString(name, text) && FindStance(*doc, text, id);
+}
+
 // Whether Stances sorts: unless a number or a boolean says no.
 bool SortFlag(const VARIANT& sort) {
   if (IsMissing(sort)) return true;
@@ -71,6 +94,8 @@ const DispatchMethod kMethods[] = {
     DispatchMethodOf<&CKorvoScriptObject::SelectObjectsOfStance>(L"SelectObjectsOfStance", 7),
     DispatchMethodOf<&CKorvoScriptObject::UpdateStance>(L"UpdateStance", 8),
     DispatchMethodOf<&CKorvoScriptObject::AppendStance>(L"AppendStance", 9),
+    DispatchMethodOf<&CKorvoScriptObject::StanceMatches>(L"StanceMatches", 10),
+    DispatchMethodOf<&CKorvoScriptObject::StanceDrift>(L"StanceDrift", 11),
 };
 
 const InterfaceMapEntry kInterfaces[] = {
@@ -203,4 +228,27 @@ VARIANT CKorvoScriptObject::AppendStance(const VARIANT& objects, const VARIANT& 
   AddToStance(stance_id, members);
   doc->Regen();
   return Boolean(true);
+}
+
+VARIANT CKorvoScriptObject::StanceMatches(const VARIANT& name) {
+  CTarsaDoc* doc = nullptr;
+  ZK_UUID stance_id;
+  if (!FindNamedStance(name, doc, stance_id)) return Null();
+  KorvoStanceSummary summary;
+  MeasureStance(*doc, stance_id, &summary);
+  return Boolean(summary.Matches());
+}
+
+VARIANT CKorvoScriptObject::StanceDrift(const VARIANT& name) {
+  CTarsaDoc* doc = nullptr;
+  ZK_UUID stance_id;
+  if (!FindNamedStance(name, doc, stance_id)) return Null();
+  std::vector<VARIANT> moved;
+  for (const KorvoMemberDrift& member : MeasureStance(*doc, stance_id)) {
+    if (member.m_state != KorvoMemberState::moved) continue;
+    std::vector<VARIANT> entry = {StringVariant(ZK_UuidToString(member.m_object->ModelObjectId())),
+                                  Number(member.m_distance), Number(member.m_angle)};
+    moved.push_back(ArrayOf(entry));
+  }
+  return ArrayOf(moved);
 }

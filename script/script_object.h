@@ -18,7 +18,7 @@ class CKorvoScriptObject : public CCmdTarget {
   static const CRuntimeClass kRuntimeClass;
   // {9677D424-87F1-4E77-B9ED-F3C954247C3E}: the object's dispatch interface.
   static const IID kDispatchInterfaceId;
-  // The nine methods with their DISPIDs.
+  // The nine methods with their DISPIDs, then StanceMatches (10) and StanceDrift (11).
   static const DispatchMap kDispatchMap;
   static const InterfaceMap kInterfaceMap;
 
@@ -57,4 +57,12 @@ class CKorvoScriptObject : public CCmdTarget {
   // Adds the objects to the stance at their present placements; objects already in it keep
   // theirs. True; False for no stance of that name; Null when no object is found.
   VARIANT AppendStance(const VARIANT& objects, const VARIANT& name);
+
+  // Whether the model matches the stance now (it has members and every one a restore would move
+  // is at its saved placement): True or False; Null for no stance of that name.
+  VARIANT StanceMatches(const VARIANT& name);
+  // What a restore of the stance would move: one entry per moved member, each an array of its id
+  // as text, how far its bounding box's centre travels, and the angle it turns in degrees; an
+  // empty array when none moved; Null for no stance of that name.
+  VARIANT StanceDrift(const VARIANT& name);
 };

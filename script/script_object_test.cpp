@@ -391,6 +391,37 @@ TEST_F(ScriptObjectTest, SelectObjectsOfStanceSelectsExactlyItsObjects) {
   EXPECT_FALSE(Object(box)->IsSelected());  // cleared all the same
 }
 
+TEST_F(ScriptObjectTest, MatchesAndDriftTellWhatARestoreWouldMove) {
+  const ZK_UUID box = AddBox();  // centre 2.5, 4, 5.5
+  const ZK_UUID still = AddBox();
+  Save(L"Front", {box, still});
+  EXPECT_TRUE(IsTrue(Call(L"StanceMatches", {Text(L"front")})));
+  EXPECT_EQ(Call(L"StanceDrift", {Text(L"Front")}).vt, VT_ARRAY | VT_VARIANT);
+  EXPECT_TRUE(Texts(Call(L"StanceDrift", {Text(L"Front")})).empty());
+  Move(box, ZK_Xform::Rotation(std::acos(-1.0) / 2, {0, 0, 1}, {5.5, 8, 5.5}) *
+                ZK_Xform::Translation(3, 4, 0));
+  EXPECT_TRUE(IsFalse(Call(L"StanceMatches", {Text(L"Front")})));
+  const VARIANT& drift = Call(L"StanceDrift", {Ref(Text(L"Front"))});
+  ASSERT_EQ(drift.vt, VT_ARRAY | VT_VARIANT);
+  LONG upper = -1, index = 0;
+  SafeArrayGetUBound(drift.parray, 1, &upper);
+  ASSERT_EQ(upper, 0) << "one moved member";
+  VARIANT entry;
+  SafeArrayGetElement(drift.parray, &index, &entry);
+  ASSERT_EQ(entry.vt, VT_ARRAY | VT_VARIANT);
+  VARIANT fields[3];
+  for (LONG i = 0; i < 3; ++i) SafeArrayGetElement(entry.parray, &i, &fields[i]);
+  EXPECT_EQ(std::wstring(fields[0].bstrVal), IdText(box));
+  EXPECT_NEAR(fields[1].dblVal, 5, 1e-9);
+  EXPECT_NEAR(fields[2].dblVal, 90, 1e-9);
+  for (VARIANT& field : fields) VariantClear(&field);
+  VariantClear(&entry);
+  for (const VARIANT& name : {Text(L"Nowhere"), Missing(), NewValue(VT_EMPTY)}) {
+    EXPECT_TRUE(IsNull(Call(L"StanceMatches", {name})));
+    EXPECT_TRUE(IsNull(Call(L"StanceDrift", {name})));
+  }
+}
+
 TEST_F(ScriptObjectTest, EveryMethodAnswersNullWithoutAnActiveDocument) {
   const ZK_UUID box = AddBox();
   Save(L"Front", {box});
@@ -406,6 +437,8 @@ TEST_F(ScriptObjectTest, EveryMethodAnswersNullWithoutAnActiveDocument) {
       {L"SelectObjectsOfStance", {Text(L"Front")}},
       {L"UpdateStance", {Text(L"Front")}},
       {L"AppendStance", {id, Text(L"Front")}},
+      {L"StanceMatches", {Text(L"Front")}},
+      {L"StanceDrift", {Text(L"Front")}},
   };
   for (const auto& [method, arguments] : calls) {
     EXPECT_TRUE(IsNull(Call(method, arguments))) << method;

@@ -117,23 +117,31 @@ int VariantToObjRefs(const VARIANT& value, ZK_SimpleArray<const CTarsaObject*>& 
   return objects.Count();
 }
 
+VARIANT StringVariant(const wchar_t* text) {
+  VARIANT element;
+  VariantInit(&element);
+  element.vt = VT_BSTR;
+  element.bstrVal = CString(text).AllocSysString();
+  return element;
+}
+
+bool VariantsToSafeArray(std::vector<VARIANT>& elements, COleSafeArray& array) {
+  const ULONG count = static_cast<ULONG>(elements.size());
+  bool made = array.Create(VT_VARIANT, 1, &count);
+  for (LONG i = 0; i < static_cast<LONG>(count); ++i) {
+    made = made && SUCCEEDED(array.PutElement(&i, &elements[static_cast<size_t>(i)]));
+    VariantClear(&elements[static_cast<size_t>(i)]);
+  }
+  if (!made) array.Clear();
+  return made;
+}
+
 bool StringsToSafeArray(const ZK_ClassArray<ZK_wString>& strings, COleSafeArray& array) {
   if (strings.Count() == 0) return false;
-  const ULONG count = static_cast<ULONG>(strings.Count());
-  if (!array.Create(VT_VARIANT, 1, &count)) return false;
-  for (LONG i = 0; i < static_cast<LONG>(count); ++i) {
-    VARIANT element;
-    VariantInit(&element);
-    element.vt = VT_BSTR;
-    element.bstrVal = CString(strings[i]).AllocSysString();
-    const HRESULT put = array.PutElement(&i, &element);
-    VariantClear(&element);
-    if (FAILED(put)) {
-      array.Clear();
-      return false;
-    }
-  }
-  return true;
+  std::vector<VARIANT> elements;
+  elements.reserve(static_cast<size_t>(strings.Count()));
+  for (int i = 0; i < strings.Count(); ++i) elements.push_back(StringVariant(strings[i]));
+  return VariantsToSafeArray(elements, array);
 }
 
 int CompareNamesNoCase(const void* a, const void* b) {

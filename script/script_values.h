@@ -4,6 +4,8 @@
 // types convert to nothing, and ids that name no object are skipped.
 #pragma once
 
+#include <vector>
+
 #include "host/platform/automation.h"
 #include "host/platform/ole_safe_array.h"
 #include "host/tarsa/tarsa_object.h"
@@ -33,6 +35,13 @@ const CTarsaObject* ObjectFromIdString(const ZK_wString& text);
 // appends its object twice; unusable ids and types are skipped. The number of objects in
 // `objects` afterwards.
 int VariantToObjRefs(const VARIANT& value, ZK_SimpleArray<const CTarsaObject*>& objects);
+
+// Makes `array` a zero-based array of the variants, in order, which it takes: each is cleared,
+// also on failure. An empty list makes an empty array. False when the array cannot be made
+// (`array` then empty).
+bool VariantsToSafeArray(std::vector<VARIANT>& elements, COleSafeArray& array);
+// A VT_BSTR variant holding a copy of the text; the caller clears it.
+VARIANT StringVariant(const wchar_t* text);
 
 // Makes `array` a zero-based array of VT_BSTR variants holding copies of the strings, in order;
 // the caller hands it on with Detach. False for an empty list (`array` as it was) and when the

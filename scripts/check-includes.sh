@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Checks the include direction of the project's libraries; run with the tests.
-#  - Plug-in code (data/ operations/ events/ command/ panel/ script/ plugin/) includes nothing
-#    under a standin/ folder: only what a real host provides. Its tests reach the stand-ins
-#    through testing/.
+#  - Plug-in code (data/ operations/ drift/ events/ command/ panel/ script/ plugin/) includes
+#    nothing under a standin/ folder: only what a real host provides. Its tests reach the
+#    stand-ins through testing/.
 #  - host/zefkit/ includes nothing of host/tarsa/; host/platform/ includes neither.
 #  - A plug-in folder includes only folders below it in the README's order, plus the upward
 #    edges the README lists under "Include direction".
@@ -10,7 +10,7 @@
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
-order=(data operations events command panel script plugin)
+order=(data operations drift events command panel script plugin)
 failed=0
 fail() {
   echo "$1"

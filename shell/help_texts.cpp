@@ -95,6 +95,15 @@ const HelpText kTexts[] = {
      L"  Append             asks for a stance, then the objects to add to it where they are now.\n"
      L"  Visible            shows (Yes), hides (No) or toggles (Toggle) the Stances panel.\n"
      L"  Tab completes a stance's name. Stance without the \"-\" works through the panel.\n"},
+    {L"StanceCheck", L"tells where the model stands against each stance, without moving anything.",
+     L"  Answer: a stance, or Enter for all of them. For all: each stance with its number of\n"
+     L"  members, how many moved, the largest distance and angle, and \"matches\" where every\n"
+     L"  member is at the stance. For one: each member, at the stance or moved by how much.\n"},
+    {L"StanceImportPreview", L"tells what importing a model file would bring, importing nothing.",
+     L"  Answer: the file. Each stance in it, the name it would get here, and its objects.\n"},
+    {L"StanceRestoreObjects", L"puts only some objects of a stance back, as one step.",
+     L"  Answers: the stance, then the objects (those selected are taken). Picked objects that\n"
+     L"  are not in the stance are named; nothing else moves.\n"},
     {L"Undo", L"takes back the last step: a command and everything it changed, stances included.",
      L""},
     {L"Unlock", L"unlocks every locked object.", L""},

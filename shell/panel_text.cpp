@@ -42,7 +42,7 @@ std::wstring TsPanelText(CTsNamedDocObjectManagerDlg& panel) {
   const CListCtrl& list = panel.List();
   for (int i = 0; i < list.GetItemCount(); ++i) {
     text += list.GetItemState(i, LVIS_SELECTED) ? L"  * " : L"    ";
-    text += list.GetItemText(i) + L"\n";
+    text += list.GetItemText(i) + (TsItemMatches(list, i) ? L" (matches)\n" : L"\n");
   }
   if (list.GetItemCount() == 0) text += L"  (no items)\n";
   std::wstring enabled;
@@ -51,6 +51,19 @@ std::wstring TsPanelText(CTsNamedDocObjectManagerDlg& panel) {
     if (control != nullptr && IsWindowEnabled(control)) enabled += std::wstring(L" ") + button.name;
   }
   return text + L"  Enabled:" + (enabled.empty() ? L" none" : enabled) + L"\n";
+}
+
+bool TsItemMatches(const CListCtrl& list, int item) {
+  return list.GetItemState(item, LVIS_STATEIMAGEMASK) == INDEXTOSTATEIMAGEMASK(1);
+}
+
+std::wstring TsMatchesText(const CListCtrl& list) {
+  std::wstring names;
+  for (int i = 0; i < list.GetItemCount(); ++i) {
+    if (!TsItemMatches(list, i)) continue;
+    names += (names.empty() ? L"" : L", ") + list.GetItemText(i);
+  }
+  return names.empty() ? L"Matches no stance" : L"Matches: " + names;
 }
 
 void TsShowPanel(CTsNamedDocObjectManagerDlg& panel) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+class CListCtrl;
 class CTsNamedDocObjectManagerDlg;
 
 // A panel button by the name the program gives it.
@@ -19,9 +20,16 @@ struct TsPanelButton {
 const std::vector<TsPanelButton>& TsPanelButtons();
 
 // The panel's state as lines ending in "\n": "CAPTION panel:", one line per item ("  * NAME"
-// when selected, else "    NAME"; "  (no items)" for none), then "  Enabled: " and the names of
-// the enabled buttons ("none" when no button is).
+// when selected, else "    NAME"; " (matches)" after the name of an item that carries the
+// state image of a stance the model matches; "  (no items)" for none), then "  Enabled: " and
+// the names of the enabled buttons ("none" when no button is).
 std::wstring TsPanelText(CTsNamedDocObjectManagerDlg& panel);
+
+// The status bar's text of the stances the model matches, the panel's marked items in list
+// order: "Matches: Exploded", "Matches: A, B", or "Matches no stance" when none is marked.
+std::wstring TsMatchesText(const CListCtrl& list);
+// True when the item carries the mark of a stance the model matches (state image 1).
+bool TsItemMatches(const CListCtrl& list, int item);
 
 // Prints the panel's state on the command line now.
 void TsShowPanel(CTsNamedDocObjectManagerDlg& panel);

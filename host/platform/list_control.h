@@ -29,6 +29,10 @@ constexpr UINT LVIF_IMAGE = 0x0002;
 constexpr UINT LVIF_PARAM = 0x0004;
 constexpr UINT LVIF_STATE = 0x0008;
 constexpr UINT LVIS_SELECTED = 0x0002;
+// The state's bits 12 to 15: the index of the item's state image, 0 for none, shown beside its
+// image.
+constexpr UINT LVIS_STATEIMAGEMASK = 0xF000;
+constexpr UINT INDEXTOSTATEIMAGEMASK(UINT index) { return index << 12; }
 
 // Flags of LVM_GETNEXTITEM: every item, or selected ones only.
 constexpr UINT LVNI_ALL = 0x0000;

@@ -15,6 +15,9 @@ class ZK_Geometry : public ZK_Object {
   // transform, in which case nothing changed; user data that fails its own Transform does not
   // stop the others or the shape.
   bool Transform(const ZK_Xform& xform);
+  // The smallest axis-aligned box around the shape: true and its corners, or false (corners
+  // unchanged) for a shape with no extent to measure.
+  virtual bool GetBBox(ZK_3dPoint& min, ZK_3dPoint& max) const = 0;
 
  protected:
   virtual bool TransformShape(const ZK_Xform& xform) = 0;

@@ -60,6 +60,12 @@ bool ZK_Light::Read(ZK_BinaryArchive& archive) {
   return true;
 }
 
+bool ZK_Light::GetBBox(ZK_3dPoint& min, ZK_3dPoint& max) const {
+  min = m_location;
+  max = m_location;
+  return true;
+}
+
 bool ZK_Light::TransformShape(const ZK_Xform& xform) {
   m_location = xform * m_location;
   m_direction = xform * m_direction;

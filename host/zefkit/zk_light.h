@@ -19,6 +19,8 @@ class ZK_Light : public ZK_Geometry {
   bool Write(ZK_BinaryArchive& archive) const override;
   bool Read(ZK_BinaryArchive& archive) override;
   unsigned int ObjectType() const override { return kObjectType; }
+  // The box of the light's location alone.
+  bool GetBBox(ZK_3dPoint& min, ZK_3dPoint& max) const override;
 
   ZK_3dPoint m_location;
   ZK_3dVector m_direction{0.0, 0.0, -1.0};

@@ -12,9 +12,12 @@
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 #include "host/tarsa/standin/tarsa_standin.h"
+#include "host/tarsa/tarsa_named_object_panel.h"
+#include "shell/panel_text.h"
 #include "shell/session.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
@@ -150,6 +153,10 @@ void TsMainWindow::Refresh() {
                                          (TarsaSession().IsModified() ? L"*" : L"") + L" - tarsa"));
   m_view->update();
   m_dock->Refresh();
+  // Which stances the model matches, as the open panel marks them.
+  const std::vector<CTsNamedDocObjectManagerDlg*> panels = CTarsaStandIn::Panels();
+  statusBar()->showMessage(
+      panels.empty() ? QString() : QString::fromStdWString(TsMatchesText(panels.front()->List())));
 }
 
 void TsMainWindow::Idle() {

@@ -1,9 +1,10 @@
 // TsMainWindow: the host program's window, and the front end the program runs it as. The view of
 // the model fills it; below are the command line's output, the prompt that waits (its options are
 // links that answer it, and the text wraps within the window's width) and the line where the user
-// types; the host's open list panel is docked at the right; the menus run the host's file, edit
-// and view commands. The widgets only report what the user does to a TsWindowInput, which answers
-// the command line: see shell/window_input.h. Owned by the program while it runs.
+// types; the host's open list panel is docked at the right, and the status bar says which stances
+// the model matches ("Matches: Exploded"); the menus run the host's file, edit and view commands.
+// The widgets only report what the user does to a TsWindowInput, which answers the command line:
+// see shell/window_input.h. Owned by the program while it runs.
 #pragma once
 
 #include <QMainWindow>

@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPolygonF>
+#include <QStatusBar>
 #include <QToolButton>
 #include <functional>
 
@@ -242,6 +243,7 @@ TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel
   EXPECT_TRUE(cleared) << "a click on nothing clears the selection";
   EXPECT_TRUE(window_picked);
   EXPECT_EQ(View().DrawnPoints(right), apart) << "the double click restored the stance";
+  EXPECT_EQ(window_->statusBar()->currentMessage(), "Matches: Apart");
   EXPECT_TRUE(Shown().contains("Undo Move") || Shown().contains("Command: _Undo"));
   ExpectNear(Placement(left), ZK_Box({0, 0, 0}, {1, 1, 1}).Points());
 }

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
+#include <QStyle>
 #include <QToolButton>
 #include <functional>
 
@@ -271,6 +272,10 @@ void TsPanelDock::Refresh() {
     QListWidgetItem* item = i < m_list->count() ? m_list->item(i) : new QListWidgetItem(m_list);
     if (item->text() != text) item->setText(text);
     item->setSelected(list.GetItemState(i, LVIS_SELECTED) != 0);
+    // The mark of a stance the model matches, beside the name.
+    const bool matches = TsItemMatches(list, i);
+    item->setIcon(matches ? style()->standardIcon(QStyle::SP_DialogApplyButton) : QIcon());
+    item->setToolTip(matches ? QStringLiteral("The model matches this stance") : QString());
   }
   for (const auto& entry : m_buttons) {
     const HWND control = panel->GetDlgItem(entry.first);

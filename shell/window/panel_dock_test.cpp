@@ -144,10 +144,13 @@ TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefault) {
   EXPECT_EQ(offered,
             (std::vector<std::wstring>{L"&Restore Stance", L"&Update Stance", L"&Append Stance",
                                        L"&Delete Stance", L"Rena&me Stance", L"S&elect In Document",
-                                       L"&Save Object Positions As Stance..."}));
+                                       L"&Save Object Positions As Stance...",
+                                       L"Restore Selected Objects Only"}));
   EXPECT_EQ(bold, L"&Restore Stance");
   EXPECT_EQ(Macros().size(), 1u) << "the restore";
   ExpectNear(Placement(lid), saved);
+  Refresh();
+  EXPECT_FALSE(dock_->List()->item(0)->icon().isNull()) << "the model matches Shut now";
   TakeStanceChanges();
 
   // Without a selected stance, the menu offers Save alone; dismissing it does nothing.

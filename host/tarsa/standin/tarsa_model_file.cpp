@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/tarsa/standin/tarsa_standin.h"
+#include "host/tarsa/tarsa_file_preview.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_crc32.h"
 
@@ -325,4 +326,27 @@ CTarsaDoc* CTarsaStandIn::OpenDocument(const std::string& path, std::wstring& er
   CTarsaDoc* doc = NewDocument();
   Apply(*doc, model, path, false, false);
   return doc;
+}
+
+CTarsaFilePreview::CTarsaFilePreview() = default;
+
+CTarsaFilePreview::~CTarsaFilePreview() = default;
+
+bool CTarsaFilePreview::Read(const std::string& path, std::wstring& error) {
+  m_objects.clear();
+  m_blocks.clear();
+  ParsedModel model;
+  if (!Parse(path, model, error)) return false;
+  m_objects = std::move(model.objects);
+  for (CTarsaDoc::PlugInData& block : model.blocks) {
+    m_blocks.emplace_back(block.m_plug_in_id, std::move(block.m_bytes));
+  }
+  return true;
+}
+
+const std::vector<unsigned char>* CTarsaFilePreview::PlugInData(const ZK_UUID& plug_in_id) const {
+  for (const auto& block : m_blocks) {
+    if (block.first == plug_in_id) return &block.second;
+  }
+  return nullptr;
 }

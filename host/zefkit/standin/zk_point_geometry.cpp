@@ -1,5 +1,6 @@
 #include "host/zefkit/standin/zk_point_geometry.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/zefkit/zk_archive.h"
@@ -64,6 +65,16 @@ bool ZK_PointGeometry::Read(ZK_BinaryArchive& archive) {
     if (!archive.ReadPoint(p)) return false;
   }
   m_points = std::move(points);
+  return true;
+}
+
+bool ZK_PointGeometry::GetBBox(ZK_3dPoint& min, ZK_3dPoint& max) const {
+  if (m_points.empty()) return false;
+  min = max = m_points.front();
+  for (const ZK_3dPoint& p : m_points) {
+    min = {std::min(min.x, p.x), std::min(min.y, p.y), std::min(min.z, p.z)};
+    max = {std::max(max.x, p.x), std::max(max.y, p.y), std::max(max.z, p.z)};
+  }
   return true;
 }
 

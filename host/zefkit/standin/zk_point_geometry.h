@@ -18,6 +18,8 @@ class ZK_PointGeometry : public ZK_Geometry {
   bool Read(ZK_BinaryArchive& archive) override;
 
   const std::vector<ZK_3dPoint>& Points() const { return m_points; }
+  // False when there are no points.
+  bool GetBBox(ZK_3dPoint& min, ZK_3dPoint& max) const override;
 
  protected:
   ZK_PointGeometry() = default;

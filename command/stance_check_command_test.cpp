@@ -1,0 +1,74 @@
+// StanceCheck as a person uses it: move and turn parts with the host's own commands, ask where
+// the model stands, restore, undo.
+
+#include "command/stance_check_command.h"
+
+#include "testing/command_line_test.h"
+
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+class StanceCheckTest : public CommandLineTest {
+ protected:
+  // A cover on a base with a pin, saved as Assembled; the cover lifted off as Open.
+  void SetUp() override {
+    CommandLineTest::SetUp();
+    Do(L"Box", {L"cover", L"0,0,0", L"2,2,2"});
+    Do(L"Box", {L"base", L"0,0,-1", L"2,2,0"});
+    Do(L"Point", {L"pin", L"1,1,-2"});
+    Do(L"-Stance", {L"Save", L"Assembled", L"cover base pin", L"", L""});
+    Do(L"Move", {L"cover", L"", L"0,0,3"});
+    Do(L"-Stance", {L"Save", L"Open", L"cover", L"", L""});
+    Do(L"-Stance", {L"Restore", L"Assembled", L""});
+  }
+  // Runs a command whose output is not the point.
+  void Do(const std::wstring& typed, std::deque<std::wstring> lines) {
+    Run(typed, std::move(lines));
+  }
+  Lines Check(const std::wstring& answer) {
+    Lines shown = Run(L"StanceCheck", {answer});
+    shown.erase(shown.begin());  // the prompt with its answer
+    return shown;
+  }
+};
+
+TEST_F(StanceCheckTest, AMovedAndTurnedCoverIsNamedAloneWithHowFarAndHowMuch) {
+  Do(L"Move", {L"cover", L"", L"0,5,0"});
+  Do(L"Rotate", {L"cover", L"", L"30", L"1,6,1"});
+  EXPECT_EQ(Run(L"StanceCheck", {L""})[0], L"Stance to check <All>:");
+  EXPECT_EQ(Check(L""),
+            (Lines{L"Assembled: 3 members, 1 moved, largest distance 5, largest angle 30",
+                   L"Open: 1 members, 1 moved, largest distance 5.83095, "
+                   L"largest angle 30"}));
+  EXPECT_EQ(Check(L"assembled"), (Lines{L"cover: moved, distance 5, angle 30",
+                                        L"base: at the stance", L"pin: at the stance"}));
+  EXPECT_EQ(result_, CTarsaCommand::success);
+  EXPECT_EQ(Check(L"Nowhere"), (Lines{L"Stance <Nowhere> does not exist."}));
+}
+
+TEST_F(StanceCheckTest, ARestoreMatchesAndItsUndoDoesNot) {
+  Do(L"Move", {L"pin", L"", L"1,0,0"});
+  Do(L"-Stance", {L"Restore", L"Open", L""});
+  EXPECT_EQ(Check(L""),
+            (Lines{L"Assembled: 3 members, 2 moved, largest distance 3, largest angle 0",
+                   L"Open: 1 members, matches"}));
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
+  EXPECT_EQ(Check(L"open"), (Lines{L"cover: moved, distance 3, angle 0"}));
+  EXPECT_EQ(Check(L""),
+            (Lines{L"Assembled: 3 members, 1 moved, largest distance 1, largest angle 0",
+                   L"Open: 1 members, 1 moved, largest distance 3, largest angle 0"}));
+  Do(L"-Stance", {L"Restore", L"Assembled", L""});
+  EXPECT_EQ(Check(L"")[0], L"Assembled: 3 members, matches");
+}
+
+TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {
+  Do(L"Scale", {L"base", L"", L"2", L"1,1,-0.5"});
+  Do(L"Move", {L"pin", L"", L"0,1,0"});
+  Do(L"History", {L"pin", L""});  // rebuilt from its inputs from now on
+  EXPECT_EQ(Check(L"ASSEMBLED"),
+            (Lines{L"cover: at the stance", L"base: moved, distance 0, angle 0, scaled",
+                   L"pin: not restorable, construction history"}));
+}
+
+}  // namespace

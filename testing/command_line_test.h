@@ -1,0 +1,35 @@
+// A fixture for scenarios typed at the host's command line: the user's lines go in, and what the
+// command line showed comes back line by line, as a person reads it.
+#pragma once
+
+#include <deque>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "testing/stance_document_test.h"
+#include "testing/stand_ins.h"
+
+class CommandLineTest : public StanceDocumentTest {
+ protected:
+  static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
+  // Feeds the user's lines to the command line and runs `typed`; what was shown, line by line.
+  std::vector<std::wstring> Run(const std::wstring& typed, std::deque<std::wstring> lines = {}) {
+    CommandLine().SetReader([&lines](const std::wstring&, std::wstring& line) {
+      if (lines.empty()) return false;
+      line = lines.front();
+      lines.pop_front();
+      return true;
+    });
+    result_ = CommandLine().RunCommand(typed);
+    return SplitLines(CommandLine().TakeOutput());
+  }
+  static std::vector<std::wstring> SplitLines(const std::wstring& text) {
+    std::vector<std::wstring> lines;
+    std::wistringstream in(text);
+    for (std::wstring line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+  }
+
+  CTarsaCommand::result result_ = CTarsaCommand::nothing;
+};

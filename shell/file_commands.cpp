@@ -7,8 +7,7 @@
 //   Exit             end the program.
 // New, Open and Exit ask before they drop unsaved changes, unless started as -New, -Open, -Exit.
 // File names without an extension get ".tsm".
-#include <sys/stat.h>
-
+#include "host/platform/user_answers.h"
 #include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_app.h"
@@ -47,14 +46,13 @@ class OpenCommand : public CTarsaShellCommand {
     std::wstring typed;
     if (!TsAskForText(L"File to open", typed)) return cancel;
     const std::string path = TsModelFileName(typed);
-    // A file that is not there is reported before the user is asked to drop anything.
-    struct stat status;
-    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-      App().Print(L"Cannot read %s.\n", ZK_wString::FromUtf8(path).Array());
+    // A file that cannot be a model is reported before the user is asked to drop anything.
+    std::wstring error;
+    if (!TsIsModelFile(path, error)) {
+      App().Print(L"%s\n", error.c_str());
       return failure;
     }
     if (!TarsaSession().MayDropChanges(context.IsInteractive())) return cancel;
-    std::wstring error;
     if (!TarsaSession().OpenDocument(path, error)) {
       App().Print(L"%s\n", error.c_str());
       return failure;
@@ -63,6 +61,24 @@ class OpenCommand : public CTarsaShellCommand {
     return success;
   }
 };
+
+// Whether a model file that another program wrote since this one read or saved it may be
+// replaced: a person is asked (success to go on, cancel for no); a script is refused (failure),
+// since no one can look at what would be lost.
+CTarsaCommand::result MayReplaceChangedFile(const std::string& path) {
+  const std::wstring name = ZK_wString::FromUtf8(path).Text();
+  const std::wstring changed = name + L" changed on disk since it was opened or last saved here";
+  if (TarsaScriptInput().ReadsScript()) {
+    App().Print(L"%s; it is not overwritten. Save the model under another name with SaveAs.\n",
+                changed.c_str());
+    return CTarsaCommand::failure;
+  }
+  if (UserAnswers().AskYesNo(changed + L". Replace it with this model?", L"Save")) {
+    return CTarsaCommand::success;
+  }
+  App().Print(L"Not saved; %s is as it was.\n", name.c_str());
+  return CTarsaCommand::cancel;
+}
 
 class SaveCommand : public CTarsaShellCommand {
  public:
@@ -74,6 +90,10 @@ class SaveCommand : public CTarsaShellCommand {
       std::wstring typed;
       if (!TsAskForText(L"File to save as", typed)) return cancel;
       path = TsModelFileName(typed);
+    }
+    if (TarsaSession().ChangedOnDisk(path)) {
+      const result replace = MayReplaceChangedFile(path);
+      if (replace != success) return replace;
     }
     std::wstring error;
     if (!TarsaSession().Save(path, error)) {

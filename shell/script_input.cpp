@@ -46,7 +46,9 @@ void CTarsaScriptInput::SetScript(std::istream& stream) {
 bool CTarsaScriptInput::PushScriptFile(const std::string& path, std::wstring& error) {
   struct stat status;
   auto file = std::make_unique<std::ifstream>(path);
-  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || !*file) {
+  // Any file that reads, a device such as /dev/null or a pipe included; a folder opens as a
+  // stream that reads nothing.
+  if (stat(path.c_str(), &status) != 0 || S_ISDIR(status.st_mode) || !*file) {
     error = L"Cannot read the script " + ZK_wString::FromUtf8(path).Text() + L".";
     return false;
   }

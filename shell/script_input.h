@@ -26,6 +26,10 @@ class CTarsaScriptInput {
   // `error`, when it cannot be read.
   bool PushScriptFile(const std::string& path, std::wstring& error);
 
+  // True when the next line would come from a script: a script file RunScript started, or a
+  // script given as the user's input. No person is there to answer a question.
+  bool ReadsScript() const { return !m_files.empty() || m_script != nullptr; }
+
   // The next line: from the newest script that has one left, else from the user. Lines from
   // scripts are shown with their prompts on the command line; a terminal's are not. False at
   // the end of the user's input.

@@ -1,6 +1,5 @@
 #include "shell/session.h"
 
-#include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "shell/command_line_answers.h"
 
@@ -31,18 +30,26 @@ std::wstring CTarsaSession::DisplayName() const {
 void CTarsaSession::NewDocument() { Replace(CTarsaStandIn::NewDocument(), ""); }
 
 bool CTarsaSession::OpenDocument(const std::string& path, std::wstring& error) {
-  CTarsaDoc* doc = CTarsaStandIn::OpenDocument(path, error);
+  TsModelFileStamp stamp;
+  CTarsaDoc* doc = CTarsaStandIn::OpenDocument(path, error, &stamp);
   if (doc == nullptr) return false;
   Replace(doc, path);
+  m_stamp = stamp;
   return true;
 }
 
 bool CTarsaSession::Save(const std::string& path, std::wstring& error) {
   CTarsaDoc* doc = Document();
-  if (doc == nullptr || !TsWriteModelFile(*doc, path, error)) return false;
+  if (doc == nullptr || !TsWriteModelFile(*doc, path, error, &m_stamp)) return false;
   m_path = path;
   m_modified = false;
   return true;
+}
+
+bool CTarsaSession::ChangedOnDisk(const std::string& path) const {
+  if (path != m_path) return false;
+  const TsModelFileStamp now = TsModelFileStampOf(path);
+  return now != TsModelFileStamp() && now != m_stamp;
 }
 
 bool CTarsaSession::MayDropChanges(bool ask) {

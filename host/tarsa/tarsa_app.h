@@ -92,6 +92,9 @@ class CTarsaApp {
 
   CTarsaDoc* Document(unsigned int serial_number) const;
   void OnStanceChanged(CTarsaDoc& doc);
+  // Data that a plug-in could not read is written back with the model until the plug-in writes
+  // data of its own: the first stance change that makes it do so says so, once per document.
+  void TellOfReplacedPlugInData(CTarsaDoc& doc);
   int ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags);
 
   // Calls `notify(watcher)` for every registered, enabled watcher, in the order of registration.

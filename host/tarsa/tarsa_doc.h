@@ -105,11 +105,14 @@ class CTarsaDoc {
   void Regen() { ++m_regen_count; }
   void Redraw() { ++m_redraw_count; }
 
-  // Document data of plug-ins that were not loaded when the document was opened, kept so that
-  // saving the document writes it back: the plug-in id and the block's bytes.
+  // Document data of plug-ins that were not loaded when the document was opened, or refused
+  // it, kept so that saving the document writes it back: the plug-in id, the block's bytes, the
+  // file it came from, and whether the user was told that the plug-in's own data replaces it.
   struct PlugInData {
     ZK_UUID m_plug_in_id;
     std::vector<unsigned char> m_bytes;
+    std::wstring m_file;
+    bool m_replacement_told = false;
   };
 
  private:

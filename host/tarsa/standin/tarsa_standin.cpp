@@ -219,8 +219,8 @@ void CTarsaStandIn::ReserveObjects(CTarsaDoc& doc, size_t count) {
 }
 
 void CTarsaStandIn::KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
-                                   std::vector<unsigned char> bytes) {
-  doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes)});
+                                   std::vector<unsigned char> bytes, const std::wstring& file) {
+  doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes), file});
 }
 
 const std::vector<CTarsaDoc::PlugInData>& CTarsaStandIn::KeptPlugInData(const CTarsaDoc& doc) {

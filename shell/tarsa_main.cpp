@@ -37,6 +37,7 @@ void Write(const std::wstring& text) {
 
 int Run(const TsProgramOptions& options) {
   if (options.m_seeded) ZK_SeedUuids(options.m_seed);
+  CTarsaStandIn::SetUndoMemoryLimit(static_cast<size_t>(options.m_undo_limit_mb) << 20);
   CTarsaCommandLine& command_line = CTarsaStandIn::CommandLine();
   std::wstring error;
   CTarsaPlugIn* plug_in = nullptr;

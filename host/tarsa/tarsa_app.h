@@ -156,6 +156,9 @@ class CTarsaApp {
   std::vector<unsigned int> m_stance_changes;
   std::vector<std::pair<std::wstring, int>> m_scripts;
   std::function<void(CTarsaDoc&)> m_stance_changed_handler;
+  static constexpr size_t kUndoMemoryLimit = size_t{256} << 20;  // at start
+  size_t m_undo_memory_limit = kUndoMemoryLimit;
+  size_t m_undo_freed = 0;  // by undo steps dropped since memory was last given back
 };
 
 // The one application object of the running host.

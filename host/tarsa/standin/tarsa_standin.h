@@ -48,6 +48,11 @@ class CTarsaStandIn {
   // Forgets the document's undo and redo steps and frees the objects they kept, and the deleted
   // objects, which nothing can bring back any more.
   static void ClearUndo(CTarsaDoc& doc);
+  // The memory that each document's undo may keep, 256 MB at start: beyond it the oldest steps
+  // are dropped (the newest is always kept), and the first drop in a document says so. The
+  // bytes the document's steps hold now.
+  static void SetUndoMemoryLimit(size_t bytes);
+  static size_t UndoMemory(const CTarsaDoc& doc);
 
   // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to
   // the plug-ins the host asks for document data: false (the plug-in not added) when it refused.

@@ -6,9 +6,11 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <random>
 #include <string>
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -256,6 +258,34 @@ TEST_F(ModelFileTest, SavesAtOnceLeaveOneWholeModelAndPlantedLinksChangeNothing)
   struct stat status_of_model;
   ASSERT_EQ(lstat(path_.c_str(), &status_of_model), 0);
   EXPECT_TRUE(S_ISREG(status_of_model.st_mode));
+}
+
+// Saves racing each other and cut off by kill -9 at seeded random moments: after every round the
+// model opens whole, with what one save or the other wrote.
+TEST_F(ModelFileTest, SavesKilledAtAnyMomentLeaveAWholeModel) {
+  MakeModel();
+  std::mt19937 random(23);
+  std::wstring& note = notes_.notes[doc_->RuntimeSerialNumber()];
+  for (int round = 0; round < 12; ++round) {
+    const std::wstring child_note = L"child " + std::to_wstring(round);
+    const std::wstring parent_note = L"parent " + std::to_wstring(round);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      note = child_note;
+      for (std::wstring error;;) TsWriteModelFile(*doc_, path_, error);
+    }
+    note = parent_note;
+    Save(path_);
+    usleep(static_cast<useconds_t>(random() % 3000));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::wstring read = NoteIn(path_);
+    EXPECT_TRUE(read == child_note || read == parent_note) << ZK_wString(read).ToUtf8();
+  }
+  for (const std::string& name : FolderNames()) {
+    EXPECT_TRUE(name == "model.tsm" || name.find(".saving") != std::string::npos) << name;
+  }
 }
 
 // A save keeps the model's access rights and, when it may, its owner; a read-only model is

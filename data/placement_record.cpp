@@ -134,6 +134,12 @@ bool CKorvoUserData::GetDescription(ZK_wString& description) {
 
 bool CKorvoUserData::Archive() const { return true; }
 
+unsigned int CKorvoUserData::SizeOf() const {
+  return static_cast<unsigned int>(sizeof(*this) +
+                                   static_cast<size_t>(m_storage_capacity) * sizeof(USER_DATA) +
+                                   static_cast<size_t>(m_entries.GetSize()) * sizeof(USER_DATA*));
+}
+
 bool CKorvoUserData::Transform(const ZK_Xform& xform) {
   const bool result = ZK_UserData::Transform(xform);
   if (!result) return result;

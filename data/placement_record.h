@@ -57,6 +57,8 @@ class CKorvoUserData : public ZK_UserData {
   bool Read(ZK_BinaryArchive& archive) override;
   bool GetDescription(ZK_wString& description) override;
   bool Archive() const override;
+  // The record with its entries, for the host's count of what its undo keeps.
+  unsigned int SizeOf() const override;
   // accumulated = xform * accumulated, last = xform, unless the base refuses the transform (false,
   // nothing changes).
   bool Transform(const ZK_Xform& xform) override;

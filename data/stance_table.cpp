@@ -151,12 +151,23 @@ bool CKorvoDocData::Write(ZK_BinaryArchive& archive) const {
   return true;
 }
 
-bool CKorvoDocData::Read(ZK_BinaryArchive& archive) {
+bool CKorvoDocData::Read(ZK_BinaryArchive& archive) { return ReadTable(archive, false); }
+
+bool CKorvoDocData::ReadWhole(ZK_BinaryArchive& archive) {
+  CKorvoDocData read;
+  if (!read.ReadTable(archive, true) || archive.BytesLeft() != 0) return false;
+  *this = read;
+  return true;
+}
+
+bool CKorvoDocData::ReadTable(ZK_BinaryArchive& archive, bool whole) {
   m_cursor = 0;
   RemoveAll();
   ZK_wString place_holder;
   int count = 0;
-  if (!archive.ReadString(place_holder) || !archive.ReadInt(count)) return false;
+  if (!archive.ReadString(place_holder) || !archive.ReadInt(count) || (whole && count < 0)) {
+    return false;
+  }
   for (int i = 0; i < count; ++i) {
     ZK_UUID id;
     ZK_wString name;

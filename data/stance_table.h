@@ -82,6 +82,10 @@ class CKorvoDocData {
   // Replaces the entries by the archive's, as read, without any test. False when a read failed;
   // the entries read before the failure stay.
   bool Read(ZK_BinaryArchive& archive);
+  // Read for a document's own table from its model file, which refuses what no writer writes: a
+  // negative count, or bytes after the last stance. The entries are replaced only by a table
+  // read whole; on false they stay as they were.
+  bool ReadWhole(ZK_BinaryArchive& archive);
 
   // Appends a stance and announces the change, as Add does when it adds, for callers that made
   // sure themselves, once for many stances, that the id is new and not nil and the name not
@@ -98,6 +102,8 @@ class CKorvoDocData {
 
  private:
   friend class CKorvoUndoScope;
+  // Read, refusing a negative count when `whole`.
+  bool ReadTable(ZK_BinaryArchive& archive, bool whole);
   // Called by every change of the entries before it happens: each undo scope open on the table
   // takes its snapshot now, if it has none yet, so that a scope around an operation that changes
   // nothing copies nothing.

@@ -18,6 +18,9 @@ class CKorvoUndoEventHandler : public CTarsaUndoEventHandler {
   // here: the event watcher refreshes after the undo or redo.
   void Undo(const CTarsaDoc& doc, const wchar_t* description, bool created_by_redo,
             unsigned int undo_record_serial_number) override;
+  // The record with its snapshot's entries; the names' characters are shared with the tables
+  // the snapshot was copied from and are not counted.
+  unsigned int SizeOf() const override;
 
   CKorvoDocData* m_snapshot;  // the table the next call puts back
   unsigned int m_doc_serial_number;

@@ -96,7 +96,9 @@ bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
   if (header < 0) return false;
   if (item && (item->m_reference || item->m_merge)) {
     watcher->ImportStances(doc, archive);
-  } else if (!DocData(doc.RuntimeSerialNumber())->Read(archive)) {
+  } else if (!DocData(doc.RuntimeSerialNumber())->ReadWhole(archive)) {
+    // A block that is not whole is never half read: what the file holds stays unread, and the
+    // host keeps it, rather than a table that would lose the stances it lacks.
     return false;
   }
   if (item) {

@@ -41,7 +41,8 @@ class KorvoPlugInTest : public StanceDocumentTest {
     std::wstring error;
     ASSERT_TRUE(TsWriteModelFile(doc, path, error)) << ZK_wString(error).ToUtf8();
   }
-  void ExpectNewerMessage() {
+  // The message box of a newer block, and what the command line then shows: `also` follows it.
+  void ExpectNewerMessage(const std::wstring& also = L"") {
     const auto shown = CTarsaStandIn::TakeMessageBoxes();
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_EQ(shown[0].m_text,
@@ -49,7 +50,19 @@ class KorvoPlugInTest : public StanceDocumentTest {
     EXPECT_EQ(shown[0].m_caption, L"Stance");
     EXPECT_EQ(shown[0].m_flags, 0x40u);
     EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(),
-              L"Stance: This model was created with a more recent version of the Stance plug-in\n");
+              L"Stance: This model was created with a more recent version of the Stance plug-in\n" +
+                  also);
+  }
+  std::wstring KeptMessage() const {
+    return L"The Stance plug-in could not read its data in " + ZK_wString::FromUtf8(path_).Text() +
+           L"; the data is kept as it is and saved with the model.\n";
+  }
+  // `bytes` with the int at `at` replaced by `value`.
+  static ModelFileBlocks::Bytes WithInt(ModelFileBlocks::Bytes bytes, size_t at, int value) {
+    ZK_BinaryMemoryArchive out;
+    out.WriteInt(value);
+    std::copy(out.Bytes().begin(), out.Bytes().end(), bytes.begin() + static_cast<long>(at));
+    return bytes;
   }
 
   std::string path_;
@@ -109,7 +122,7 @@ TEST_F(KorvoPlugInTest, ANewerModelOpenedAndSavedKeepsItsStancesAndRecords) {
   std::wstring error;
   CTarsaDoc* opened = CTarsaStandIn::OpenDocument(path_, error);
   ASSERT_NE(opened, nullptr) << ZK_wString(error).ToUtf8();
-  ExpectNewerMessage();
+  ExpectNewerMessage(KeptMessage());
   EXPECT_EQ(KorvoPlugIn().DocData(opened->RuntimeSerialNumber())->Count(), 0);
   EXPECT_EQ(CKorvoUserData::Of(opened->LookupObject(box)), nullptr);  // unread, yet kept
   SaveFile(*opened, path_ + ".again");
@@ -117,6 +130,64 @@ TEST_F(KorvoPlugInTest, ANewerModelOpenedAndSavedKeepsItsStancesAndRecords) {
   ASSERT_TRUE(saved.Read(path_ + ".again"));
   EXPECT_EQ(saved.objects, newer.objects);
   EXPECT_EQ(saved.plug_ins, newer.plug_ins);
+}
+
+// A stance block that passes its checksum yet cannot be read is not read as an empty table, and
+// the end of the open cleans nothing away: the block is kept and saved back unchanged until the
+// stances change, and the first change says once that it will be replaced.
+TEST_F(KorvoPlugInTest, AnUnreadableBlockIsKeptUntilTheStancesChange) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID front = Save(L"Front", {box});
+  SaveFile(*doc_, path_);
+  ModelFileBlocks good;
+  ASSERT_TRUE(good.Read(path_));
+  const ModelFileBlocks::Bytes block = good.plug_ins.at(0).bytes;
+  ZK_BinaryMemoryArchive head;  // the block up to its count
+  head.WriteInt(0);
+  head.WriteString(kKorvoPlaceHolder);
+  head.WriteString(kKorvoPlaceHolder);
+  const size_t count_at = head.Bytes().size();
+  ModelFileBlocks::Bytes longer = block;
+  longer.push_back(0);
+  const struct {
+    const char* what;
+    ModelFileBlocks::Bytes bytes;
+  } cases[] = {
+      {"a negative count", WithInt(block, count_at, -1)},
+      {"a name longer than the block", WithInt(block, count_at + 4 + 16, 1000)},
+      {"bytes after the last stance", longer},
+      {"a newer version", WithInt(block, 0, 1)},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    ModelFileBlocks file = good;
+    file.plug_ins[0].bytes = c.bytes;
+    file.Write(path_);
+    std::wstring error;
+    CTarsaDoc* opened = CTarsaStandIn::OpenDocument(path_, error);
+    ASSERT_NE(opened, nullptr) << ZK_wString(error).ToUtf8();
+    if (c.bytes[0] == 1) {
+      ExpectNewerMessage(KeptMessage());
+    } else {
+      EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), KeptMessage());
+    }
+    doc_ = opened;
+    serial_ = opened->RuntimeSerialNumber();
+    EXPECT_EQ(Table().Count(), 0);
+    EXPECT_TRUE(CKorvoUserData::Of(Object(box))->HasEntry(front));
+    SaveFile(*doc_, path_ + ".again");
+    ModelFileBlocks saved;
+    ASSERT_TRUE(saved.Read(path_ + ".again"));
+    EXPECT_EQ(saved.plug_ins, file.plug_ins);
+
+    Save(L"Side", {box});
+    EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(),
+              L"The stances in " + ZK_wString::FromUtf8(path_).Text() +
+                  L" that could not be read will be replaced by the present ones when the model "
+                  L"is saved.\n");
+    Save(L"Top", {box});
+    EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
+  }
 }
 
 }  // namespace

@@ -8,8 +8,6 @@
 // New, Open and Exit ask what to do with unsaved changes (save, discard or cancel) before they
 // drop them, unless started as -New, -Open, -Exit.
 // File names without an extension get ".tsm".
-#include <sys/stat.h>
-
 #include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_app.h"
@@ -48,14 +46,13 @@ class OpenCommand : public CTarsaShellCommand {
     std::wstring typed;
     if (!TsAskForText(L"File to open", typed)) return cancel;
     const std::string path = TsModelFileName(typed);
-    // A file that is not there is reported before the user is asked to drop anything.
-    struct stat status;
-    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-      App().Print(L"Cannot read %s.\n", ZK_wString::FromUtf8(path).Array());
+    // A file that cannot be a model is reported before the user is asked to drop anything.
+    std::wstring error;
+    if (!TsIsModelFile(path, error)) {
+      App().Print(L"%s\n", error.c_str());
       return failure;
     }
     if (!TarsaSession().MayDropChanges(context.IsInteractive())) return cancel;
-    std::wstring error;
     if (!TarsaSession().OpenDocument(path, error)) {
       App().Print(L"%s\n", error.c_str());
       return failure;

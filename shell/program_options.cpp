@@ -14,14 +14,33 @@ const char kTsUsage[] =
     "  --plugin PATH   load the plug-in module at PATH (default: Korvo.tsp beside the program)\n"
     "  --no-plugin     start without any plug-in\n"
     "  --uuid-seed N   make the ids of new objects and stances the same in every run\n"
+    "  --undo-limit MB the memory undo may keep before it drops its oldest steps (256)\n"
     "  --help          show this text\n";
+
+namespace {
+
+// The value of an option that takes a whole number: false with a message for anything else.
+bool ReadWholeNumber(const std::string& option, const std::string& value,
+                     unsigned long long& number, std::string& error) {
+  char* end = nullptr;
+  errno = 0;
+  number = std::strtoull(value.c_str(), &end, 10);
+  if (value.empty() || *end != 0 || errno != 0 || value[0] == '-') {
+    error = option + " needs a whole number, not \"" + value + "\"";
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
 
 bool TsParseProgramOptions(const std::vector<std::string>& arguments, TsProgramOptions& options,
                            std::string& error) {
   for (size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
     const bool takes_value = argument == "--script" || argument == "--plugin" ||
-                             argument == "--picture" || argument == "--uuid-seed";
+                             argument == "--picture" || argument == "--uuid-seed" ||
+                             argument == "--undo-limit";
     if (takes_value && i + 1 == arguments.size()) {
       error = "the option " + argument + " needs a value";
       return false;
@@ -33,15 +52,14 @@ bool TsParseProgramOptions(const std::vector<std::string>& arguments, TsProgramO
     } else if (argument == "--plugin") {
       options.m_plugin = arguments[++i];
     } else if (argument == "--uuid-seed") {
-      const std::string& value = arguments[++i];
-      char* end = nullptr;
-      errno = 0;
-      options.m_seed = std::strtoull(value.c_str(), &end, 10);
-      if (value.empty() || *end != 0 || errno != 0 || value[0] == '-') {
-        error = "--uuid-seed needs a whole number, not \"" + value + "\"";
+      if (!ReadWholeNumber(argument, arguments[++i], options.m_seed, error)) return false;
+      options.m_seeded = true;
+    } else if (argument == "--undo-limit") {
+      if (!ReadWholeNumber(argument, arguments[++i], options.m_undo_limit_mb, error)) return false;
+      if (options.m_undo_limit_mb > (1ull << 24)) {  // 16 TB: more than any machine holds
+        error = "--undo-limit takes at most 16777216 megabytes";
         return false;
       }
-      options.m_seeded = true;
     } else if (argument == "--no-plugin") {
       options.m_no_plugin = true;
     } else if (argument == "--help" || argument == "-h") {

@@ -13,6 +13,7 @@ struct TsProgramOptions {
   bool m_help = false;       // --help
   bool m_seeded = false;     // --uuid-seed N given
   unsigned long long m_seed = 0;
+  unsigned long long m_undo_limit_mb = 256;  // --undo-limit MB: the memory undo may keep
 };
 
 // What --help prints.

@@ -17,15 +17,16 @@ Parsed Parse(std::vector<std::string> arguments) {
 }
 
 TEST(ProgramOptions, TakesAModelAndTheOptionsInAnyOrder) {
-  const Parsed parsed =
-      Parse({"--uuid-seed", "42", "model.tsm", "--script", "s.tsc", "--plugin", "/x/K.tsp"});
+  const Parsed parsed = Parse({"--uuid-seed", "42", "model.tsm", "--script", "s.tsc", "--plugin",
+                               "/x/K.tsp", "--undo-limit", "64"});
   ASSERT_TRUE(parsed.ok) << parsed.error;
   EXPECT_EQ(parsed.options.m_model, "model.tsm");
   EXPECT_EQ(parsed.options.m_script, "s.tsc");
   EXPECT_EQ(parsed.options.m_plugin, "/x/K.tsp");
   EXPECT_TRUE(parsed.options.m_seeded);
   EXPECT_EQ(parsed.options.m_seed, 42u);
-  EXPECT_TRUE(Parse({}).ok);
+  EXPECT_EQ(parsed.options.m_undo_limit_mb, 64u);
+  EXPECT_EQ(Parse({}).options.m_undo_limit_mb, 256u);
 }
 
 TEST(ProgramOptions, RefusesWhatItCannotUseWithOneLine) {
@@ -36,6 +37,8 @@ TEST(ProgramOptions, RefusesWhatItCannotUseWithOneLine) {
       {{"--uuid-seed", "12x"}, "--uuid-seed needs a whole number, not \"12x\""},
       {{"--uuid-seed", "99999999999999999999999"},
        "--uuid-seed needs a whole number, not \"99999999999999999999999\""},
+      {{"--undo-limit", "lots"}, "--undo-limit needs a whole number, not \"lots\""},
+      {{"--undo-limit", "99999999"}, "--undo-limit takes at most 16777216 megabytes"},
       {{"a.tsm", "b.tsm"}, "one model file at a time: a.tsm or b.tsm"},
       {{"--no-plugin", "--plugin", "K.tsp"}, "--plugin and --no-plugin contradict each other"},
   };

@@ -47,10 +47,12 @@ TEST_F(ProgramTest, AModelGivenAtStartShowsWhatOpeningItPrinted) {
   newer.Write(path_);
 
   const std::wstring shown = Run(path_, "-Stance List _Enter\n");
+  const std::wstring file = ZK_wString::FromUtf8(path_).Text();
   EXPECT_EQ(shown.substr(0, shown.find(L"Command:")),
             L"Stance: This model was created with a more recent version of the Stance plug-in\n"
-            L"Opened " +
-                ZK_wString::FromUtf8(path_).Text() + L".\n");
+            L"The Stance plug-in could not read its data in " +
+                file + L"; the data is kept as it is and saved with the model.\nOpened " + file +
+                L".\n");
   EXPECT_EQ(CTarsaStandIn::TakeMessageBoxes().size(), 1u);
 }
 

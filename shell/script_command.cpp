@@ -8,7 +8,9 @@
 //   anything else                  a text ("text:..." for a text that looks like the above)
 // The result prints as Null, True, False, a number, a text in quotes, or an array, one element a
 // line. The command fails when no plug-in offers a script object or the method is unknown.
+#include <cmath>
 #include <cwchar>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -64,19 +66,37 @@ std::vector<std::wstring> Ids(CTarsaDoc* doc, const std::wstring& list) {
   return ids;
 }
 
-// One typed argument as a variant: false when a number does not read.
-bool Argument(CTarsaDoc* doc, const std::wstring& typed, VARIANT& value) {
+// A typed number that is finite and within the range of its type: false, with the reason in
+// `problem`, otherwise.
+bool ReadNumber(const std::wstring& typed, double& read, std::wstring& problem) {
+  const std::wstring text = typed.substr(3);
+  int consumed = 0;
+  if (std::swscanf(text.c_str(), L"%lf%n", &read, &consumed) != 1 ||
+      consumed != static_cast<int>(text.size()) || !std::isfinite(read)) {
+    problem = L"Type a finite number after the type, as in i4:5 or r8:1.5.";
+    return false;
+  }
+  const std::wstring kind = typed.substr(0, 2);
+  const double limit = kind == L"i2"   ? std::numeric_limits<SHORT>::max()
+                       : kind == L"i4" ? std::numeric_limits<LONG>::max()
+                       : kind == L"r4" ? std::numeric_limits<FLOAT>::max()
+                                       : std::numeric_limits<double>::max();
+  // Integers take one more below zero than above.
+  if (read > limit || read < -limit - (kind[0] == L'i' ? 1 : 0)) {
+    problem = typed + L" is out of the range of " + kind + L".";
+    return false;
+  }
+  return true;
+}
+
+// One typed argument as a variant: false, with the reason in `problem`, when a number does not
+// read or does not fit its type.
+bool Argument(CTarsaDoc* doc, const std::wstring& typed, VARIANT& value, std::wstring& problem) {
   VariantInit(&value);
-  const auto number = [&](size_t skip, double& read) {
-    const std::wstring text = typed.substr(skip);
-    int consumed = 0;
-    return std::swscanf(text.c_str(), L"%lf%n", &read, &consumed) == 1 &&
-           consumed == static_cast<int>(text.size());
-  };
   double read = 0;
   const std::wstring kind = typed.substr(0, 3);
   if (kind == L"i2:" || kind == L"i4:" || kind == L"r4:" || kind == L"r8:") {
-    if (!number(3, read)) return false;
+    if (!ReadNumber(typed, read, problem)) return false;
     if (kind == L"i2:") {
       value.vt = VT_I2;
       value.iVal = static_cast<SHORT>(read);
@@ -174,10 +194,11 @@ class ScriptCommand : public CTarsaShellCommand {
       if (answer == CTarsaGet::cancel) return cancel;
       if (answer != CTarsaGet::string || *get.String() == 0) return success;
       VARIANT value;
-      if (Argument(doc, get.String(), value)) {
+      std::wstring problem;
+      if (Argument(doc, get.String(), value, problem)) {
         arguments.push_back(value);
       } else {
-        Print(L"Type a number after the type, as in i4:5 or r8:1.5.\n");
+        Print(problem + L"\n");
       }
     }
   }

@@ -21,8 +21,10 @@ bool TsScriptLines::Next(std::wstring& line) {
 }
 
 bool TsOpenScript(const std::string& path, std::ifstream& file, std::wstring& error) {
+  // Any file that reads, a device such as /dev/null or a pipe included; a folder would open as a
+  // stream that reads nothing.
   struct stat status;
-  if (stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) file.open(path);
+  if (stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode)) file.open(path);
   if (file.is_open()) return true;
   error = L"Cannot read the script " + ZK_wString::FromUtf8(path).Text() + L".";
   return false;
@@ -48,6 +50,10 @@ bool CTarsaScriptInput::PushScriptFile(const std::string& path, std::wstring& er
   if (!TsOpenScript(path, file->stream, error)) return false;
   m_files.push_back(std::move(file));
   return true;
+}
+
+bool CTarsaScriptInput::ReadsScript() const {
+  return !m_files.empty() || (TsFrontEnd() != nullptr && !TsFrontEnd()->ShowsTyping());
 }
 
 bool CTarsaScriptInput::Read(const std::wstring& prompt, std::wstring& line, ITsFrontEnd& user) {

@@ -25,8 +25,8 @@ class TsScriptLines {
   std::istream& m_stream;
 };
 
-// Opens the script file at `path` into `file`: false, with a message in `error`, when it is no
-// file that can be read.
+// Opens the script at `path` into `file`: false, with a message in `error`, when it is a folder or
+// cannot be read.
 bool TsOpenScript(const std::string& path, std::ifstream& file, std::wstring& error);
 
 class CTarsaScriptInput {
@@ -37,6 +37,10 @@ class CTarsaScriptInput {
   // Runs the script file at `path` before anything more is read: false, with a message in
   // `error`, when it cannot be read.
   bool PushScriptFile(const std::string& path, std::wstring& error);
+
+  // True when the next line would come from a script: a script file RunScript started, or a
+  // front end that is a script. No person is there to answer a question.
+  bool ReadsScript() const;
 
   // The next line: from the newest script file that has one left, else from `user`. Lines from
   // script files are shown with their prompts on the command line, the user's only when the

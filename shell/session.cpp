@@ -1,9 +1,10 @@
 #include "shell/session.h"
 
-#include "host/tarsa/standin/tarsa_model_file.h"
+#include "host/platform/user_answers.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_app.h"
 #include "shell/front_end.h"
+#include "shell/script_input.h"
 #include "shell/shell_command.h"
 
 CTarsaSession& TarsaSession() {
@@ -33,18 +34,26 @@ std::wstring CTarsaSession::DisplayName() const {
 void CTarsaSession::NewDocument() { Replace(CTarsaStandIn::NewDocument(), ""); }
 
 bool CTarsaSession::OpenDocument(const std::string& path, std::wstring& error) {
-  CTarsaDoc* doc = CTarsaStandIn::OpenDocument(path, error);
+  TsModelFileStamp stamp;
+  CTarsaDoc* doc = CTarsaStandIn::OpenDocument(path, error, &stamp);
   if (doc == nullptr) return false;
   Replace(doc, path);
+  m_stamp = stamp;
   return true;
 }
 
 bool CTarsaSession::Save(const std::string& path, std::wstring& error) {
   CTarsaDoc* doc = Document();
-  if (doc == nullptr || !TsWriteModelFile(*doc, path, error)) return false;
+  if (doc == nullptr || !TsWriteModelFile(*doc, path, error, &m_stamp)) return false;
   m_path = path;
   m_modified = false;
   return true;
+}
+
+bool CTarsaSession::ChangedOnDisk(const std::string& path) const {
+  if (path != m_path) return false;
+  const TsModelFileStamp now = TsModelFileStampOf(path);
+  return now != TsModelFileStamp() && now != m_stamp;
 }
 
 bool CTarsaSession::MayDropChanges(bool ask) {
@@ -61,6 +70,28 @@ bool CTarsaSession::MayDropChanges(bool ask) {
   }
 }
 
+namespace {
+
+// Whether a model file that another program wrote since this one read or saved it may be
+// replaced: a person is asked (success to go on, cancel for no); a script is refused (failure),
+// since no one can look at what would be lost.
+CTarsaCommand::result MayReplaceChangedFile(const std::string& path) {
+  const std::wstring name = ZK_wString::FromUtf8(path).Text();
+  const std::wstring changed = name + L" changed on disk since it was opened or last saved here";
+  if (TarsaScriptInput().ReadsScript()) {
+    TarsaApp().Print(L"%s; it is not overwritten. Save the model under another name with SaveAs.\n",
+                     changed.c_str());
+    return CTarsaCommand::failure;
+  }
+  if (UserAnswers().AskYesNo(changed + L". Replace it with this model?", L"Save")) {
+    return CTarsaCommand::success;
+  }
+  TarsaApp().Print(L"Not saved; %s is as it was.\n", name.c_str());
+  return CTarsaCommand::cancel;
+}
+
+}  // namespace
+
 CTarsaCommand::result TsSaveModel(bool ask_for_file) {
   CTarsaSession& session = TarsaSession();
   std::string path = session.Path();
@@ -68,6 +99,10 @@ CTarsaCommand::result TsSaveModel(bool ask_for_file) {
     std::wstring typed;
     if (!TsAskForText(L"File to save as", typed)) return CTarsaCommand::cancel;
     path = TsModelFileName(typed);
+  }
+  if (session.ChangedOnDisk(path)) {
+    const CTarsaCommand::result replace = MayReplaceChangedFile(path);
+    if (replace != CTarsaCommand::success) return replace;
   }
   std::wstring error;
   if (!session.Save(path, error)) {

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "host/tarsa/standin/tarsa_model_file.h"
 #include "host/tarsa/tarsa_command.h"
 #include "host/tarsa/tarsa_event_watcher.h"
 
@@ -31,6 +32,10 @@ class CTarsaSession : public CTarsaEventWatcher {
   // Writes the active document to `path`, which becomes its file: false with a message in
   // `error`, the file on disk unchanged.
   bool Save(const std::string& path, std::wstring& error);
+  // True when `path` is the document's file and another program wrote or replaced it since this
+  // one read or saved it, so that saving would lose what was written there. A file removed since
+  // is no such change.
+  bool ChangedOnDisk(const std::string& path) const;
 
   // Whether the unsaved changes of the document may be dropped: true when there are none or
   // `ask` is false; otherwise the front end asks the user, who may save them first (true once
@@ -51,6 +56,7 @@ class CTarsaSession : public CTarsaEventWatcher {
 
   unsigned int m_serial_number = 0;
   std::string m_path;
+  TsModelFileStamp m_stamp;  // of the file as this program last read or wrote it
   bool m_modified = false;
 };
 

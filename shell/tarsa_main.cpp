@@ -65,6 +65,7 @@ void KeepUnsavedChanges() {
 
 int Run(const TsProgramOptions& options) {
   if (options.m_seeded) ZK_SeedUuids(options.m_seed);
+  CTarsaStandIn::SetUndoMemoryLimit(static_cast<size_t>(options.m_undo_limit_mb) << 20);
   std::wstring error;
   CTarsaPlugIn* plug_in = nullptr;
   if (!options.m_no_plugin) {

@@ -6,6 +6,7 @@
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_dpi.h"
 #include "host/tarsa/tarsa_message_box.h"
+#include "host/tarsa/tarsa_plugin.h"
 #include "host/tarsa/tarsa_stance_dynamic_access.h"
 
 CTarsaApp::CTarsaApp() : m_command_line(new CTarsaCommandLine()) {}
@@ -141,7 +142,25 @@ int CTarsaApp::ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsig
 
 void CTarsaApp::OnStanceChanged(CTarsaDoc& doc) {
   m_stance_changes.push_back(doc.RuntimeSerialNumber());
+  TellOfReplacedPlugInData(doc);
   if (m_stance_changed_handler) m_stance_changed_handler(doc);
+}
+
+void CTarsaApp::TellOfReplacedPlugInData(CTarsaDoc& doc) {
+  for (CTarsaDoc::PlugInData& kept : doc.m_kept_plug_in_data) {
+    if (kept.m_replacement_told) continue;
+    const CTarsaFileWriteOptions options(doc.RuntimeSerialNumber(), kept.m_file);
+    for (CTarsaPlugIn* plug_in : m_plug_ins) {
+      if (plug_in->PlugInID() != kept.m_plug_in_id || !plug_in->ShouldWriteDocument(options)) {
+        continue;
+      }
+      kept.m_replacement_told = true;
+      Print(
+          L"The stances in %s that could not be read will be replaced by the present ones when "
+          L"the model is saved.\n",
+          kept.m_file.c_str());
+    }
+  }
 }
 
 bool CTarsaApp::RegisterEventWatcher(CTarsaEventWatcher& watcher) {

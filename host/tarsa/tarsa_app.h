@@ -92,6 +92,9 @@ class CTarsaApp {
 
   CTarsaDoc* Document(unsigned int serial_number) const;
   void OnStanceChanged(CTarsaDoc& doc);
+  // Data that a plug-in could not read is written back with the model until the plug-in writes
+  // data of its own: the first stance change that makes it do so says so, once per document.
+  void TellOfReplacedPlugInData(CTarsaDoc& doc);
   int ShowMessageBox(const wchar_t* text, const wchar_t* caption, unsigned int flags);
 
   // Calls `notify(watcher)` for every registered, enabled watcher, in the order of registration.
@@ -153,6 +156,9 @@ class CTarsaApp {
   std::vector<unsigned int> m_stance_changes;
   std::vector<std::pair<std::wstring, int>> m_scripts;
   std::function<void(CTarsaDoc&)> m_stance_changed_handler;
+  static constexpr size_t kUndoMemoryLimit = size_t{256} << 20;  // at start
+  size_t m_undo_memory_limit = kUndoMemoryLimit;
+  size_t m_undo_freed = 0;  // by undo steps dropped since memory was last given back
 };
 
 // The one application object of the running host.

@@ -1,5 +1,7 @@
 #include "host/tarsa/tarsa_doc.h"
 
+#include <malloc.h>
+
 #include <utility>
 
 #include "host/tarsa/tarsa_app.h"
@@ -22,6 +24,19 @@ struct CTarsaDoc::UndoStep {
   ZK_wString description;
   std::vector<UndoEntry> entries;
   bool redone = false;
+  size_t bytes = 0;  // as last counted into m_undo_bytes
+
+  // What the step holds: its entries, the objects they keep out of the document and the
+  // plug-ins' records.
+  size_t Size() const {
+    size_t size = sizeof(*this) + entries.capacity() * sizeof(UndoEntry);
+    for (const UndoEntry& entry : entries) {
+      if (entry.other) size += entry.other->SizeOf();
+      if (entry.other_attributes) size += sizeof(CTarsaObjectAttributes);
+      if (entry.handler) size += entry.handler->SizeOf();
+    }
+    return size;
+  }
 };
 
 namespace {
@@ -222,15 +237,46 @@ bool CTarsaDoc::EndUndoRecord(unsigned int undo_record_serial_number) {
     w.UndoEvent(CTarsaEventWatcher::end_recording, step->serial_number, nullptr);
   });
   if (!step->entries.empty()) {
-    m_undo_steps.push_back(std::move(step));
+    for (const auto& redo : m_redo_steps) m_undo_bytes -= redo->bytes;
     m_redo_steps.clear();
+    Measure(*step);
+    m_undo_steps.push_back(std::move(step));
+    KeepUndoWithinLimit();
   }
   return true;
+}
+
+void CTarsaDoc::Measure(UndoStep& step) {
+  m_undo_bytes -= step.bytes;
+  step.bytes = step.Size();
+  m_undo_bytes += step.bytes;
+}
+
+void CTarsaDoc::KeepUndoWithinLimit() {
+  const size_t limit = m_app.m_undo_memory_limit;
+  size_t dropped = 0;
+  while (m_undo_bytes > limit && dropped + 1 < m_undo_steps.size()) {
+    m_undo_bytes -= m_undo_steps[dropped]->bytes;
+    m_app.m_undo_freed += m_undo_steps[dropped++]->bytes;
+  }
+  if (dropped == 0) return;
+  m_undo_steps.erase(m_undo_steps.begin(), m_undo_steps.begin() + static_cast<long>(dropped));
+  // The steps dropped leave free memory among blocks still in use, which the allocator keeps;
+  // given back to the system now and then, the memory the program holds stays near the limit.
+  if (m_app.m_undo_freed > limit / 32) {
+    m_app.m_undo_freed = 0;
+    malloc_trim(0);
+  }
+  if (m_undo_dropped) return;
+  m_undo_dropped = true;
+  m_app.Print(L"Undo keeps the last steps within %d MB; older steps can no longer be undone.\n",
+              static_cast<int>(limit >> 20));
 }
 
 void CTarsaDoc::ClearUndo() {
   m_undo_steps.clear();
   m_redo_steps.clear();
+  m_undo_bytes = 0;
   m_retired.clear();
   // With no step left nothing can bring a deleted object back: its slot goes, so that a long
   // session that adds and undoes does not grow.
@@ -286,7 +332,9 @@ bool CTarsaDoc::Replay(bool redo) {
   });
   active = false;
   step->redone = step->redone || redo;
+  Measure(*step);  // the step now keeps what the document held
   to.push_back(std::move(step));
+  KeepUndoWithinLimit();
   return true;
 }
 

@@ -105,11 +105,14 @@ class CTarsaDoc {
   void Regen() { ++m_regen_count; }
   void Redraw() { ++m_redraw_count; }
 
-  // Document data of plug-ins that were not loaded when the document was opened, kept so that
-  // saving the document writes it back: the plug-in id and the block's bytes.
+  // Document data of plug-ins that were not loaded when the document was opened, or refused
+  // it, kept so that saving the document writes it back: the plug-in id, the block's bytes, the
+  // file it came from, and whether the user was told that the plug-in's own data replaces it.
   struct PlugInData {
     ZK_UUID m_plug_in_id;
     std::vector<unsigned char> m_bytes;
+    std::wstring m_file;
+    bool m_replacement_told = false;
   };
 
  private:
@@ -140,6 +143,10 @@ class CTarsaDoc {
   // Forgets every undo and redo step and frees the objects they and m_retired kept, and the
   // deleted objects with their slots.
   void ClearUndo();
+  // Counts what a step holds into m_undo_bytes, in place of what it was counted at before.
+  void Measure(UndoStep& step);
+  // Drops the oldest undo steps, but the newest, while the steps hold more than the limit.
+  void KeepUndoWithinLimit();
   template <class F>
   void Notify(F&& notify);
 
@@ -157,6 +164,8 @@ class CTarsaDoc {
   std::vector<std::unique_ptr<UndoStep>> m_undo_steps;
   std::vector<std::unique_ptr<UndoStep>> m_redo_steps;
   std::unique_ptr<UndoStep> m_recording;
+  size_t m_undo_bytes = 0;      // what the undo and redo steps hold
+  bool m_undo_dropped = false;  // the user was told that old steps were dropped
   int m_recording_depth = 0;
   bool m_undo_active = false;
   bool m_redo_active = false;

@@ -313,6 +313,38 @@ TEST_F(TarsaDocTest, CustomUndoRunsOnEachUndoAndRedoAndDiesWithItsStep) {
   EXPECT_EQ(kept.undone, 0);
 }
 
+// Undo keeps what its memory limit allows, counting what each step holds: the oldest steps go
+// first, the newest always stays, and the first drop in a document says so, once.
+TEST_F(TarsaDocTest, UndoDropsItsOldestStepsBeyondItsMemoryLimitAndSaysSoOnce) {
+  struct MegabyteUndo : CountingUndo {
+    using CountingUndo::CountingUndo;
+    unsigned int SizeOf() const override { return 1u << 20; }
+  };
+  CTarsaStandIn::SetUndoMemoryLimit(size_t{3} << 20);
+  UndoCounts counts[5];
+  for (UndoCounts& step : counts) {
+    InStep([&] { EXPECT_TRUE(doc_->AddCustomUndoEvent(new MegabyteUndo(step))); });
+  }
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), 2);
+  EXPECT_LE(CTarsaStandIn::UndoMemory(*doc_), size_t{3} << 20);
+  EXPECT_EQ(counts[2].destroyed, 1);
+  EXPECT_EQ(counts[3].destroyed, 0);
+  EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(),
+            L"Undo keeps the last steps within 3 MB; older steps can no longer be undone.\n");
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
+  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
+  EXPECT_FALSE(CTarsaStandIn::Undo(*doc_));
+  EXPECT_EQ(counts[3].undone + counts[4].undone, 2);
+
+  CTarsaStandIn::SetUndoMemoryLimit(0);  // a step larger than the limit is still kept
+  InStep([&] { EXPECT_TRUE(doc_->AddCustomUndoEvent(new MegabyteUndo(counts[0]))); });
+  InStep([&] { AddBox(); });
+  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), 1);
+  EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
+  CTarsaStandIn::Reset();
+  doc_ = nullptr;
+}
+
 TEST_F(TarsaDocTest, CustomUndoAddedOnAReplacementIsUndoneBeforeIt) {
   CTarsaObject* box = AddBox();
   CTarsaObject* moved = nullptr;

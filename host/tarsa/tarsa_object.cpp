@@ -44,6 +44,10 @@ ZK_Object* CTarsaObject::__DeepCopy() const { return new CTarsaObject(*this); }
 
 unsigned int CTarsaObject::ObjectType() const { return m_geometry->ObjectType(); }
 
+unsigned int CTarsaObject::SizeOf() const {
+  return static_cast<unsigned int>(sizeof(*this)) + m_geometry->SizeOf();
+}
+
 CTarsaObject* CTarsaObject::Duplicate() const { return Cast(__DeepCopy()); }
 
 bool CTarsaObject::SetAttributes(const CTarsaObjectAttributes& attributes) {

@@ -56,6 +56,8 @@ class CTarsaObject : public ZK_Object {
   ZK_Object* __DeepCopy() const override;
   unsigned int ObjectType() const override;
   ZK_UUID ModelObjectId() const override { return m_attributes.m_uuid; }
+  // The object with its geometry and the geometry's user data.
+  unsigned int SizeOf() const override;
 
   // A new free copy of this object, owned by the caller.
   CTarsaObject* Duplicate() const;

@@ -17,4 +17,7 @@ class CTarsaUndoEventHandler {
   // `undo_record_serial_number` is the step's.
   virtual void Undo(const CTarsaDoc& doc, const wchar_t* description, bool created_by_redo,
                     unsigned int undo_record_serial_number) = 0;
+  // The bytes the record holds, itself included, which the host's undo counts against its
+  // memory limit. This base counts the record object alone.
+  virtual unsigned int SizeOf() const { return sizeof(*this); }
 };

@@ -406,6 +406,11 @@ ZK_BinaryMemoryArchive::ZK_BinaryMemoryArchive(const std::vector<unsigned char>&
   m_buffer = bytes;
 }
 
+ZK_BinaryMemoryArchive::ZK_BinaryMemoryArchive(std::vector<unsigned char>&& bytes)
+    : ZK_BinaryArchive(ZK_ArchiveMode::read) {
+  m_buffer = std::move(bytes);
+}
+
 ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMode mode)
     : ZK_BinaryArchive(mode), m_path(path) {
   if (mode == ZK_ArchiveMode::write) {
@@ -439,6 +444,11 @@ ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMo
   close(fd);
 }
 
+ZK_BinaryFileArchive::ZK_BinaryFileArchive(int fd)
+    : ZK_BinaryArchive(ZK_ArchiveMode::write), m_fd(fd), m_owns_fd(false), m_open(fd >= 0) {
+  m_write_failed = fd < 0;
+}
+
 ZK_BinaryFileArchive::~ZK_BinaryFileArchive() { Close(); }
 
 bool ZK_BinaryFileArchive::WriteOut() {
@@ -467,7 +477,7 @@ bool ZK_BinaryFileArchive::Close() {
   if (m_mode == ZK_ArchiveMode::read) return m_close_result = m_open;
   // On the disk before anyone renames the file over an older one.
   bool written = Flush() && fsync(m_fd) == 0;
-  if (m_fd >= 0) written = close(m_fd) == 0 && written;
+  if (m_fd >= 0 && m_owns_fd) written = close(m_fd) == 0 && written;
   m_fd = -1;
   return m_close_result = written;
 }

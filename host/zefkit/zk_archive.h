@@ -104,6 +104,8 @@ class ZK_BinaryMemoryArchive : public ZK_BinaryArchive {
   explicit ZK_BinaryMemoryArchive(size_t write_limit = static_cast<size_t>(-1));
   // An archive that reads a copy of `bytes`.
   explicit ZK_BinaryMemoryArchive(const std::vector<unsigned char>& bytes);
+  // An archive that reads `bytes`, taken over without a copy.
+  explicit ZK_BinaryMemoryArchive(std::vector<unsigned char>&& bytes);
 
   const std::vector<unsigned char>& Bytes() const { return m_buffer; }
 };
@@ -117,6 +119,9 @@ class ZK_BinaryMemoryArchive : public ZK_BinaryArchive {
 class ZK_BinaryFileArchive : public ZK_BinaryArchive {
  public:
   ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMode mode);
+  // Writes into a file that the caller opened and keeps: Close flushes it to the disk and leaves
+  // it open, so that the caller can still look at it, rename it and close it.
+  explicit ZK_BinaryFileArchive(int fd);
   ~ZK_BinaryFileArchive() override;
 
   // False when a read archive's file could not be loaded.
@@ -134,6 +139,7 @@ class ZK_BinaryFileArchive : public ZK_BinaryArchive {
 
   std::string m_path;
   int m_fd = -1;
+  bool m_owns_fd = true;
   bool m_write_failed = false;
   bool m_open = false;
   bool m_closed = false;

@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <random>
 #include <string>
 
+#include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "host/tarsa/tarsa_plugin.h"
@@ -24,6 +29,7 @@ class NotesPlugIn : public CTarsaPlugIn {
   ZK_UUID PlugInID() const override {
     return ZK_UuidFromString("3C1B7E52-94A0-4D6F-8B2E-5A7C9D0E1F23");
   }
+  const wchar_t* PlugInName() const override { return L"Notes"; }
   bool ShouldWriteDocument(const CTarsaFileWriteOptions& options) override {
     return !notes[options.DocumentSerialNumber()].empty();
   }
@@ -112,6 +118,21 @@ class ModelFileTest : public HostSessionTest {
     return count;
   }
   std::wstring Name(const std::string& path) const { return ZK_wString::FromUtf8(path).Text(); }
+  // The names in the test's folder.
+  std::vector<std::string> FolderNames() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+      names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+  // The note of the model at `path` as another program would read it.
+  std::wstring NoteIn(const std::string& path) {
+    CTarsaDoc* opened = Open(path);
+    EXPECT_NE(opened, nullptr) << ZK_wString(error_).ToUtf8();
+    return opened ? notes_.notes[opened->RuntimeSerialNumber()] : L"";
+  }
 
   NotesPlugIn notes_;
   std::string folder_, path_;
@@ -163,6 +184,9 @@ TEST_F(ModelFileTest, OpeningAndSavingANewerFileLosesNothing) {
   CTarsaDoc* opened = Open(path_);
   ASSERT_NE(opened, nullptr) << ZK_wString(error_).ToUtf8();
   EXPECT_EQ(notes_.notes[opened->RuntimeSerialNumber()], L"");  // refused by the plug-in
+  EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(),
+            L"The Notes plug-in could not read its data in " + Name(path_) +
+                L"; the data is kept as it is and saved with the model.\n");
   doc_ = opened;
   const std::string again = folder_ + "/again.tsm";
   Save(again);
@@ -199,6 +223,123 @@ TEST_F(ModelFileTest, FoldersAndDevicesAreRefusedAndALinkIsSavedThrough) {
   CTarsaDoc* opened = Open(folder_ + "/real/model.tsm");
   ASSERT_NE(opened, nullptr);
   EXPECT_EQ(ObjectCount(*opened), 2);
+}
+
+// Two programs save the same model at the same moment, many times over, while someone has
+// planted links where a save might put its file: one whole model is left, the last one written,
+// and nothing outside it changes.
+TEST_F(ModelFileTest, SavesAtOnceLeaveOneWholeModelAndPlantedLinksChangeNothing) {
+  MakeModel();
+  Save(path_);
+  const std::string victim = folder_ + "/victim.txt";
+  ModelFileBlocks::WriteFile(victim, {'k', 'e', 'e', 'p'});
+  ASSERT_EQ(symlink("victim.txt", (path_ + ".saving").c_str()), 0);
+  std::wstring& note = notes_.notes[doc_->RuntimeSerialNumber()];
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  note = child == 0 ? L"from the child" : L"from the parent";
+  bool saved = true;
+  for (int round = 0; round < 40; ++round) {
+    std::wstring error;
+    saved = TsWriteModelFile(*doc_, path_, error) && saved;
+  }
+  if (child == 0) _exit(saved ? 0 : 1);
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(status, 0);
+  ModelFileBlocks whole;
+  EXPECT_TRUE(whole.Read(path_));
+  const std::wstring last = NoteIn(path_);
+  EXPECT_TRUE(last == L"from the child" || last == L"from the parent") << ZK_wString(last).ToUtf8();
+  EXPECT_EQ(ModelFileBlocks::ReadFile(victim), ModelFileBlocks::Bytes({'k', 'e', 'e', 'p'}));
+  EXPECT_EQ(FolderNames(),
+            std::vector<std::string>({"model.tsm", "model.tsm.saving", "victim.txt"}));
+  struct stat status_of_model;
+  ASSERT_EQ(lstat(path_.c_str(), &status_of_model), 0);
+  EXPECT_TRUE(S_ISREG(status_of_model.st_mode));
+}
+
+// Saves racing each other and cut off by kill -9 at seeded random moments: after every round the
+// model opens whole, with what one save or the other wrote.
+TEST_F(ModelFileTest, SavesKilledAtAnyMomentLeaveAWholeModel) {
+  MakeModel();
+  std::mt19937 random(23);
+  std::wstring& note = notes_.notes[doc_->RuntimeSerialNumber()];
+  for (int round = 0; round < 12; ++round) {
+    const std::wstring child_note = L"child " + std::to_wstring(round);
+    const std::wstring parent_note = L"parent " + std::to_wstring(round);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      note = child_note;
+      for (std::wstring error;;) TsWriteModelFile(*doc_, path_, error);
+    }
+    note = parent_note;
+    Save(path_);
+    usleep(static_cast<useconds_t>(random() % 3000));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const std::wstring read = NoteIn(path_);
+    EXPECT_TRUE(read == child_note || read == parent_note) << ZK_wString(read).ToUtf8();
+  }
+  for (const std::string& name : FolderNames()) {
+    EXPECT_TRUE(name == "model.tsm" || name.find(".saving") != std::string::npos) << name;
+  }
+}
+
+// A save keeps the model's access rights and, when it may, its owner; a read-only model is
+// refused and stays as it was.
+TEST_F(ModelFileTest, SaveKeepsOwnerAndRightsAndRefusesAReadOnlyModel) {
+  MakeModel();
+  Save(path_);
+  ASSERT_EQ(chmod(path_.c_str(), 0640), 0);
+  const bool root = geteuid() == 0;
+  if (root) {
+    ASSERT_EQ(chown(path_.c_str(), 4321, 4321), 0);
+  }
+  Save(path_);
+  struct stat status;
+  ASSERT_EQ(stat(path_.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0640u);
+  if (root) {
+    EXPECT_EQ(status.st_uid, 4321u);
+  }
+
+  ASSERT_EQ(chmod(path_.c_str(), 0444), 0);
+  const ModelFileBlocks::Bytes before = ModelFileBlocks::ReadFile(path_);
+  notes_.notes[doc_->RuntimeSerialNumber()] = L"changed";
+  std::wstring error;
+  EXPECT_FALSE(TsWriteModelFile(*doc_, path_, error));
+  EXPECT_EQ(error, L"Could not write " + Name(path_) +
+                       L": the file is read-only. Save the model under another name with SaveAs.");
+  EXPECT_EQ(ModelFileBlocks::ReadFile(path_), before);
+}
+
+// Files far larger than memory, made sparse so that they take no room: one that is not a model
+// is refused from its first bytes, one that starts as a model is refused for its size, and
+// neither is read.
+TEST_F(ModelFileTest, AFileLargerThanMemoryIsRefusedWithoutBeingRead) {
+  MakeModel();
+  Save(path_);
+  const ModelFileBlocks::Bytes model = ModelFileBlocks::ReadFile(path_);
+  const std::string huge = folder_ + "/huge.tsm";
+  struct Case {
+    ModelFileBlocks::Bytes start;
+    std::wstring error;
+  } cases[] = {
+      {{'n', 'o', 't', ' ', 'a', ' ', 'm', 'o', 'd', 'e', 'l'}, L" is not a Tarsa model file."},
+      {ModelFileBlocks::Bytes(model.begin(), model.begin() + 64),
+       L" is too large to open: it takes 1048576 MB, and "},
+  };
+  for (const Case& c : cases) {
+    ModelFileBlocks::WriteFile(huge, c.start);
+    ASSERT_EQ(truncate(huge.c_str(), 1LL << 40), 0);
+    EXPECT_EQ(Open(huge), nullptr);
+    EXPECT_EQ(error_.substr(0, Name(huge).size() + c.error.size()), Name(huge) + c.error);
+    EXPECT_FALSE(Import(huge));
+  }
+  EXPECT_EQ(ObjectCount(*doc_), 2);
 }
 
 }  // namespace

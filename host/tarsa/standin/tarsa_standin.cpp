@@ -253,9 +253,13 @@ void CTarsaStandIn::ReserveObjects(CTarsaDoc& doc, size_t count) {
   doc.m_slot_of_id.reserve(doc.m_slot_of_id.size() + count);
 }
 
+void CTarsaStandIn::SetUndoMemoryLimit(size_t bytes) { TarsaApp().m_undo_memory_limit = bytes; }
+
+size_t CTarsaStandIn::UndoMemory(const CTarsaDoc& doc) { return doc.m_undo_bytes; }
+
 void CTarsaStandIn::KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
-                                   std::vector<unsigned char> bytes) {
-  doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes)});
+                                   std::vector<unsigned char> bytes, const std::wstring& file) {
+  doc.m_kept_plug_in_data.push_back(CTarsaDoc::PlugInData{plug_in_id, std::move(bytes), file});
 }
 
 const std::vector<CTarsaDoc::PlugInData>& CTarsaStandIn::KeptPlugInData(const CTarsaDoc& doc) {
@@ -279,6 +283,7 @@ void CTarsaStandIn::Reset() {
   app.m_stance_changes.clear();
   app.m_scripts.clear();
   app.m_stance_changed_handler = nullptr;
+  app.m_undo_memory_limit = CTarsaApp::kUndoMemoryLimit;
   ClearTranslations();
   SetLocalizationObserver(nullptr);
 }

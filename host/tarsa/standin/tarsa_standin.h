@@ -19,6 +19,7 @@
 
 class CTsNamedDocObjectManagerDlg;
 class ITsStanceDynamicAccess;
+struct TsModelFileStamp;
 
 class CTarsaStandIn {
  public:
@@ -30,8 +31,11 @@ class CTarsaStandIn {
   // False when there is no open document with that serial number.
   static bool SetActiveDocument(unsigned int serial_number);
   // Opens a model file as a new document and makes it the active one: null, with a message in
-  // `error` and nothing changed, when the file cannot be used.
-  static CTarsaDoc* OpenDocument(const std::string& path, std::wstring& error);
+  // `error` and nothing changed, when the file cannot be used (running out of memory included).
+  // `read`, when given, receives the stamp of the file read (host/tarsa/standin/
+  // tarsa_model_file.h).
+  static CTarsaDoc* OpenDocument(const std::string& path, std::wstring& error,
+                                 TsModelFileStamp* read = nullptr);
   // The open documents, oldest first.
   static std::vector<CTarsaDoc*> Documents();
 
@@ -44,6 +48,11 @@ class CTarsaStandIn {
   // Forgets the document's undo and redo steps and frees the objects they kept, and the deleted
   // objects, which nothing can bring back any more.
   static void ClearUndo(CTarsaDoc& doc);
+  // The memory that each document's undo may keep, 256 MB at start: beyond it the oldest steps
+  // are dropped (the newest is always kept), and the first drop in a document says so. The
+  // bytes the document's steps hold now.
+  static void SetUndoMemoryLimit(size_t bytes);
+  static size_t UndoMemory(const CTarsaDoc& doc);
 
   // Plug-ins. LoadPlugIn calls the plug-in's OnLoadPlugIn and, when that succeeds, adds it to
   // the plug-ins the host asks for document data: false (the plug-in not added) when it refused
@@ -131,10 +140,11 @@ class CTarsaStandIn {
   // none of its tables on the way.
   static void ReserveObjects(CTarsaDoc& doc, size_t count);
 
-  // Document data of plug-ins that were not loaded when a document was opened, kept so that
-  // saving the document writes it back: the plug-in id and the block's bytes.
+  // Document data of plug-ins that were not loaded when a document was opened, or refused it,
+  // kept so that saving the document writes it back: the plug-in id, the block's bytes and the
+  // file it was read from.
   static void KeepPlugInData(CTarsaDoc& doc, const ZK_UUID& plug_in_id,
-                             std::vector<unsigned char> bytes);
+                             std::vector<unsigned char> bytes, const std::wstring& file);
   static const std::vector<CTarsaDoc::PlugInData>& KeptPlugInData(const CTarsaDoc& doc);
 
   // Sends a notification to every registered, enabled event watcher, as the host's own

@@ -12,12 +12,12 @@ const ZK_UUID kCommandId = {
 
 void PrintStanceLine(const CKorvoDocData::USER_DATA& stance, const KorvoStanceSummary& summary) {
   if (summary.Matches()) {
-    TarsaApp().Print(TsLocalizeString(L"%s: %d members, matches\n", 40003), stance.m_name.Array(),
+    TarsaApp().Print(TsLocalizeString(L"%s: members %d, matches\n", 40003), stance.m_name.Array(),
                      summary.m_members);
     return;
   }
   TarsaApp().Print(
-      TsLocalizeString(L"%s: %d members, %d moved, largest distance %g, largest angle %g\n", 40004),
+      TsLocalizeString(L"%s: members %d, moved %d, largest distance %g, largest angle %g\n", 40004),
       stance.m_name.Array(), summary.m_members, summary.m_moved, summary.m_largest_distance,
       summary.m_largest_angle);
 }

@@ -38,8 +38,8 @@ TEST_F(StanceCheckTest, AMovedAndTurnedCoverIsNamedAloneWithHowFarAndHowMuch) {
   Do(L"Rotate", {L"cover", L"", L"30", L"1,6,1"});
   EXPECT_EQ(Run(L"StanceCheck", {L""})[0], L"Stance to check <All>:");
   EXPECT_EQ(Check(L""),
-            (Lines{L"Assembled: 3 members, 1 moved, largest distance 5, largest angle 30",
-                   L"Open: 1 members, 1 moved, largest distance 5.83095, "
+            (Lines{L"Assembled: members 3, moved 1, largest distance 5, largest angle 30",
+                   L"Open: members 1, moved 1, largest distance 5.83095, "
                    L"largest angle 30"}));
   EXPECT_EQ(Check(L"assembled"), (Lines{L"cover: moved, distance 5, angle 30",
                                         L"base: at the stance", L"pin: at the stance"}));
@@ -51,15 +51,15 @@ TEST_F(StanceCheckTest, ARestoreMatchesAndItsUndoDoesNot) {
   Do(L"Move", {L"pin", L"", L"1,0,0"});
   Do(L"-Stance", {L"Restore", L"Open", L""});
   EXPECT_EQ(Check(L""),
-            (Lines{L"Assembled: 3 members, 2 moved, largest distance 3, largest angle 0",
-                   L"Open: 1 members, matches"}));
+            (Lines{L"Assembled: members 3, moved 2, largest distance 3, largest angle 0",
+                   L"Open: members 1, matches"}));
   ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_EQ(Check(L"open"), (Lines{L"cover: moved, distance 3, angle 0"}));
   EXPECT_EQ(Check(L""),
-            (Lines{L"Assembled: 3 members, 1 moved, largest distance 1, largest angle 0",
-                   L"Open: 1 members, 1 moved, largest distance 3, largest angle 0"}));
+            (Lines{L"Assembled: members 3, moved 1, largest distance 1, largest angle 0",
+                   L"Open: members 1, moved 1, largest distance 3, largest angle 0"}));
   Do(L"-Stance", {L"Restore", L"Assembled", L""});
-  EXPECT_EQ(Check(L"")[0], L"Assembled: 3 members, matches");
+  EXPECT_EQ(Check(L"")[0], L"Assembled: members 3, matches");
 }
 
 TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {

@@ -444,7 +444,7 @@ class StanceSequencesTest : public StanceDocumentTest {
         matches = matches && Near(model_.Find(member.first)->points, member.second);
       }
       const std::wstring start =
-          stance.name + L": " + std::to_wstring(stance.saved.size()) + L" members, ";
+          stance.name + L": members " + std::to_wstring(stance.saved.size()) + L", ";
       std::wstring line;
       std::getline(shown, line);
       if (line.compare(0, start.size(), start) != 0 ||

@@ -6,7 +6,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
-#include <QStyle>
 #include <QToolButton>
 #include <functional>
 
@@ -140,6 +139,16 @@ TsPanelDock::TsPanelDock(QWidget* parent, std::function<void(std::function<void(
   m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
   m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);  // the host edits labels
   m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+  // A small mark beside the stances the model matches; the others get a blank of its size, so
+  // that every name starts at the same place.
+  constexpr int kMark = 12;
+  m_list->setIconSize(QSize(kMark, kMark));
+  m_match_mark = QIcon(TsPaintSvg(R"(<svg viewBox="0 0 16 16"><path d="M2.5 8.5 L6.5 12.5 L13.5 3.5"
+    fill="none" stroke="#2E8B3E" stroke-width="2.4"/></svg>)",
+                                  kMark));
+  QPixmap blank(kMark, kMark);
+  blank.fill(Qt::transparent);
+  m_no_mark = QIcon(blank);
   m_list->installEventFilter(this);
   for (const TsPanelButton& button : TsPanelButtons()) {
     auto* tool = new QToolButton(m_area);
@@ -274,7 +283,7 @@ void TsPanelDock::Refresh() {
     item->setSelected(list.GetItemState(i, LVIS_SELECTED) != 0);
     // The mark of a stance the model matches, beside the name.
     const bool matches = TsItemMatches(list, i);
-    item->setIcon(matches ? style()->standardIcon(QStyle::SP_DialogApplyButton) : QIcon());
+    item->setIcon(matches ? m_match_mark : m_no_mark);
     item->setToolTip(matches ? QStringLiteral("The model matches this stance") : QString());
   }
   for (const auto& entry : m_buttons) {

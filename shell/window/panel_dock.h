@@ -10,6 +10,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QIcon>
 #include <functional>
 #include <map>
 #include <string>
@@ -59,4 +60,6 @@ class TsPanelDock : public QDockWidget {
   std::map<int, QToolButton*> m_buttons;
   const void* m_decorated = nullptr;  // the window of the panel decorated last
   bool m_refreshing = false;
+  QIcon m_match_mark;
+  QIcon m_no_mark;
 };

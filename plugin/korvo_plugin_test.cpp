@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 
 #include <unistd.h>
 
@@ -102,14 +103,13 @@ TEST_F(KorvoPlugInTest, ANewerBlockIsRefusedWithOneMessageAndTheTableKept) {
   ModelFileBlocks::Bytes block = WriteBlock();
   block[0] = 1;
   const CKorvoDocData before(Table());
-  std::vector<std::pair<int, std::wstring>> localized;
+  std::map<int, std::wstring> localized;
   CTarsaStandIn::SetLocalizationObserver(
-      [&localized](const wchar_t* english, int id) { localized.emplace_back(id, english); });
+      [&localized](const wchar_t* english, int id) { localized[id] = english; });
   EXPECT_FALSE(ReadBlock(block));
   CTarsaStandIn::SetLocalizationObserver(nullptr);
   ExpectNewerMessage();
-  EXPECT_EQ(localized,
-            (std::vector<std::pair<int, std::wstring>>{{15750, kNewerText}, {15751, L"Stance"}}));
+  EXPECT_EQ(localized, (std::map<int, std::wstring>{{15750, kNewerText}, {15751, L"Stance"}}));
   EXPECT_TRUE(Table() == before);
 }
 

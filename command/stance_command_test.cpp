@@ -143,11 +143,13 @@ TEST_F(StanceCommandTest, RestoreSelectRenameAndDeleteFindStancesInAnyCase) {
   Save(L"Back", {door});
   const auto saved = Placement(door);
   Move(door, ZK_Xform::Translation(5, 0, 0));
+  const int redraws = CTarsaStandIn::RedrawCount(*doc_);
 
   const Lines shown = Stance({L"Restore", L"FRONT", L"Select", L"front", L"Rename", L"fRONT",
                               L"back", L"Rename", L"front", L"Top", L"Delete", L"TOP", L""});
   ExpectNear(Placement(door), saved);
   EXPECT_EQ(Object(door)->IsSelected(), 2);
+  EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1) << "the views show the selection";
   EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
   EXPECT_EQ(shown[6], L"New name: back");
   EXPECT_EQ(shown[7], L"New name <back> already exists.");

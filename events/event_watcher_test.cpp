@@ -52,29 +52,6 @@ TEST_F(EventWatcherTest, AMoveKeepsTheRecordAsTheTransformLeftIt) {
   EXPECT_NE(Table().FindById(front), nullptr);
 }
 
-TEST_F(EventWatcherTest, DeletingTheLastObjectRemovesTheStanceOnceInTheCommandsUndoStep) {
-  const ZK_UUID door = AddNamed(L"door", new ZK_Box({0, 0, 0}, {1, 1, 1}));
-  const ZK_UUID wheel = AddNamed(L"wheel", new ZK_Point({2, 2, 2}));
-  Save(L"Front", {door});
-  Save(L"Both", {door, wheel});
-  TakeStanceChanges();
-  Command(L"-_Delete door _Enter");
-  EXPECT_EQ(Table().Count(), 1);
-  EXPECT_EQ(Table().m_entries[0]->m_name, L"Both");
-  EXPECT_EQ(TakeStanceChanges(), 1);
-
-  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
-  EXPECT_NE(Object(door), nullptr);
-  EXPECT_EQ(Table().Count(), 2);
-  ASSERT_TRUE(CTarsaStandIn::Redo(*doc_));  // the removal comes back with the step's undo record
-  EXPECT_EQ(Object(door), nullptr);
-  EXPECT_EQ(Table().Count(), 1);
-
-  AddNamed(L"lamp", new ZK_Point());
-  Command(L"-_Delete lamp _Enter");  // an object without a record changes no table
-  EXPECT_EQ(Table().Count(), 1);
-}
-
 // Deletes the objects picked, then adds two new points, within one command.
 class SplitCommand : public CTarsaCommand {
  public:

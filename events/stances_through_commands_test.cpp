@@ -229,13 +229,23 @@ TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommands
   Undo();  // the deletions and the removal are one step
   EXPECT_EQ(Table().Count(), 2);
   EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{a, b}));
+  Redo();
+  EXPECT_EQ(Object(a), nullptr);
+  EXPECT_EQ(Table().Count(), 0) << "the removal comes back with the step";
+  TakeStanceChanges();
+  On(L"Delete", {Add(Segment())});
+  EXPECT_EQ(TakeStanceChanges(), 0) << "an object without a record changes no table";
 
-  // Outside any command the removal comes at the deletion.
+  // Outside any command the removal comes at the deletion, each stance removed told to the host.
   SaveStance(L"R", {c});
+  SaveStance(L"S", {c});
+  TakeStanceChanges();
   Step([&] {
     doc_->DeleteObject(CTarsaObjRef(Object(c)));
     EXPECT_EQ(IdOf(L"R"), ZK_nil_uuid);
   });
+  EXPECT_EQ(Table().Count(), 0);
+  EXPECT_EQ(TakeStanceChanges(), 3) << "R, S, then the deletion's own notice";
 }
 
 TEST_F(StancesThroughCommandsTest, UndoingAnImportGivesBackTheTableAsItWas) {

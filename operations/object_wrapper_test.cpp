@@ -38,6 +38,8 @@ TEST_F(ObjectWrapperTest, TheAppliedTransformHasAnExactBottomRow) {
   const ZK_UUID box = AddBox();
   ZK_Xform noisy = ZK_Xform::Translation(3, 0, 0);
   noisy(3, 0) = 1e-17;
+  noisy(3, 1) = -1e-17;
+  noisy(3, 2) = 2e-17;
   noisy(3, 3) = 1 + 1e-15;
   Store(box, noisy);
   ASSERT_TRUE(Apply(box));

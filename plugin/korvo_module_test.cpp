@@ -74,6 +74,8 @@ TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
     CTarsaPlugIn* plug_in = Load();
     ASSERT_NE(plug_in, nullptr);
     EXPECT_STREQ(plug_in->PlugInName(), L"Stance");
+    CTarsaStandIn::SetTranslation(19663, L"Stellung");
+    EXPECT_STREQ(plug_in->LocalPlugInName(), L"Stellung");
     EXPECT_TRUE(
         std::regex_match(plug_in->PlugInVersion(),
                          std::wregex(L"[A-Z][a-z]{2} [ 123]\\d \\d{4}  \\d\\d:\\d\\d:\\d\\d")));

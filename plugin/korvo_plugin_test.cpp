@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 
 #include <unistd.h>
 
@@ -14,6 +15,9 @@
 #include "testing/stand_ins.h"
 
 namespace {
+
+const wchar_t kNewerText[] =
+    L"This model was created with a more recent version of the Stance plug-in";
 
 class KorvoPlugInTest : public StanceDocumentTest {
  protected:
@@ -45,13 +49,11 @@ class KorvoPlugInTest : public StanceDocumentTest {
   void ExpectNewerMessage(const std::wstring& also = L"") {
     const auto shown = CTarsaStandIn::TakeMessageBoxes();
     ASSERT_EQ(shown.size(), 1u);
-    EXPECT_EQ(shown[0].m_text,
-              L"This model was created with a more recent version of the Stance plug-in");
+    EXPECT_EQ(shown[0].m_text, kNewerText);
     EXPECT_EQ(shown[0].m_caption, L"Stance");
     EXPECT_EQ(shown[0].m_flags, 0x40u);
     EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(),
-              L"Stance: This model was created with a more recent version of the Stance plug-in\n" +
-                  also);
+              L"Stance: " + std::wstring(kNewerText) + L"\n" + also);
   }
   std::wstring KeptMessage() const {
     return L"The Stance plug-in could not read its data in " + ZK_wString::FromUtf8(path_).Text() +
@@ -101,8 +103,13 @@ TEST_F(KorvoPlugInTest, ANewerBlockIsRefusedWithOneMessageAndTheTableKept) {
   ModelFileBlocks::Bytes block = WriteBlock();
   block[0] = 1;
   const CKorvoDocData before(Table());
+  std::map<int, std::wstring> localized;
+  CTarsaStandIn::SetLocalizationObserver(
+      [&localized](const wchar_t* english, int id) { localized[id] = english; });
   EXPECT_FALSE(ReadBlock(block));
+  CTarsaStandIn::SetLocalizationObserver(nullptr);
   ExpectNewerMessage();
+  EXPECT_EQ(localized, (std::map<int, std::wstring>{{15750, kNewerText}, {15751, L"Stance"}}));
   EXPECT_TRUE(Table() == before);
 }
 

@@ -380,8 +380,10 @@ TEST_F(ScriptObjectTest, SelectObjectsOfStanceSelectsExactlyItsObjects) {
   EXPECT_TRUE(IsNull(Call(L"SelectObjectsOfStance", {Text(L"Back")})));
   EXPECT_TRUE(Object(outsider)->IsSelected());
 
+  const int regens = CTarsaStandIn::RegenCount(*doc_);
   EXPECT_EQ(Texts(Call(L"SelectObjectsOfStance", {Text(L"front")})),
             (std::vector<std::wstring>{IdText(box), IdText(built), IdText(hidden)}));
+  EXPECT_EQ(CTarsaStandIn::RegenCount(*doc_), regens + 1) << "the views show the selection";
   EXPECT_FALSE(Object(outsider)->IsSelected());
   EXPECT_TRUE(Object(box)->IsSelected());
   EXPECT_TRUE(Object(built)->IsSelected());

@@ -92,6 +92,10 @@ std::wstring CListCtrl::GetItemText(int item) const {
   return item >= 0 && item < GetItemCount() ? m_items[static_cast<size_t>(item)]->text : L"";
 }
 
+int CListCtrl::GetItemImage(int item) const {
+  return item >= 0 && item < GetItemCount() ? m_items[static_cast<size_t>(item)]->image : 0;
+}
+
 UINT CListCtrl::GetItemState(int item, UINT state_mask) const {
   return item >= 0 && item < GetItemCount() ? m_items[static_cast<size_t>(item)]->state & state_mask
                                             : 0;

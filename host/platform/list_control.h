@@ -81,6 +81,8 @@ class CListCtrl : public CWnd {
   // The item's data, or 0 when there is no such item.
   LPARAM GetItemData(int item) const;
   std::wstring GetItemText(int item) const;
+  // The item's image index, or 0 when there is no such item.
+  int GetItemImage(int item) const;
   UINT GetItemState(int item, UINT state_mask) const;
   int GetItemCount() const { return static_cast<int>(m_items.size()); }
   // The next item after `item` (-1: from the start) that has the flags: its index, or -1.

@@ -13,17 +13,12 @@
 
 namespace {
 
-using Names = std::vector<std::wstring>;
+using Texts = std::vector<std::wstring>;
 
 class ImportPreviewTest : public CommandLineTest {
  protected:
-  void TearDown() override {
-    std::remove(path_.c_str());
-    CommandLineTest::TearDown();
-  }
-
   // A model file whose stances are each carried by one object of their own.
-  void WriteFile(const Names& stances) {
+  void WriteFile(const Texts& stances) {
     CTarsaDoc* source = CTarsaStandIn::NewDocument();
     for (const std::wstring& name : stances) {
       auto* object = new CTarsaObject(new ZK_Point({1, 2, 3}));
@@ -32,21 +27,15 @@ class ImportPreviewTest : public CommandLineTest {
       objects.Append(object);
       access_.SaveStance(*source, name.c_str(), objects);
     }
-    path_ = testing::TempDir() + "import_preview_" + std::to_string(getpid()) + ".tsm";
-    std::wstring error;
-    ASSERT_TRUE(TsWriteModelFile(*source, path_, error)) << error;
+    path_ = ModelPath();
+    SaveModel(path_, source);
     ASSERT_TRUE(CTarsaStandIn::CloseDocument(source->RuntimeSerialNumber()));
     ASSERT_TRUE(CTarsaStandIn::SetActiveDocument(serial_));
   }
-  Names Preview(const std::string& path) {
-    Names shown = Run(L"StanceImportPreview", {ZK_wString::FromUtf8(path).Text()});
+  Texts Preview(const std::string& path) {
+    Texts shown = Run(L"StanceImportPreview", {ZK_wString::FromUtf8(path).Text()});
     shown.erase(shown.begin());  // the prompt with its answer
     return shown;
-  }
-  Names TableNames() const {
-    Names names;
-    for (int i = 0; i < Table().Count(); ++i) names.push_back(Table().m_entries[i]->m_name.Text());
-    return names;
   }
 
   std::string path_;
@@ -55,7 +44,7 @@ class ImportPreviewTest : public CommandLineTest {
 TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoes) {
   const struct {
     const char* what;
-    Names here, in_file;
+    Texts here, in_file;
   } cases[] = {
       {"names free", {L"Open"}, {L"Closed", L"Side"}},
       {"a name taken", {L"Pose"}, {L"Pose"}},
@@ -67,14 +56,14 @@ TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoes) {
     SCOPED_TRACE(c.what);
     for (const std::wstring& name : c.here) Save(name.c_str(), {AddNamed(L"here")});
     WriteFile(c.in_file);
-    const Names before = TableNames();
+    const Texts before = Names();
     const int steps = CTarsaStandIn::UndoStepCount(*doc_);
-    const Names shown = Preview(path_);
-    EXPECT_EQ(TableNames(), before) << "the preview changes nothing";
+    const Texts shown = Preview(path_);
+    EXPECT_EQ(Names(), before) << "the preview changes nothing";
     EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
     std::wstring error;
     ASSERT_TRUE(TsReadModelFile(*doc_, path_, true, false, error));
-    const Names after = TableNames();
+    const Texts after = Names();
     ASSERT_EQ(shown.size(), c.in_file.size());
     for (size_t i = 0; i < shown.size(); ++i) {
       EXPECT_EQ(shown[i], c.in_file[i] + L": arrives as " + after[before.size() + i] +
@@ -107,7 +96,7 @@ TEST_F(ImportPreviewTest, AFileThatCannotBeReadGetsTheImportsMessageAndNothingCh
       {without_stances, L"The file has no stances.", CTarsaCommand::success},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(Preview(c.path), Names{c.shown});
+    EXPECT_EQ(Preview(c.path), Texts{c.shown});
     EXPECT_EQ(result_, c.result);
   }
   EXPECT_EQ(Table().Count(), 0);

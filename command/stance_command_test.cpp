@@ -26,13 +26,6 @@ class StanceCommandTest : public CommandLineTest {
   std::vector<std::wstring> Stance(std::deque<std::wstring> lines) {
     return Run(L"-_Stance", std::move(lines));
   }
-  std::vector<std::wstring> Names() {
-    std::vector<std::wstring> names;
-    for (auto* entry = Table().FirstEntry(); entry; entry = Table().NextEntry()) {
-      names.push_back(entry->m_name.Text());
-    }
-    return names;
-  }
   static std::wstring Menu(const std::wstring& answer = L"") {
     return answer.empty() ? kMenu : kMenu + L" " + answer;
   }
@@ -58,9 +51,7 @@ TEST_F(StanceCommandTest, SaveListAndEnterEndTheRun) {
                           L"Name for the saved position <Front>: Side", L"Select objects: wheel",
                           L"Select objects:", Menu(L"list"), L"Front", L"Side", Menu()}));
   EXPECT_EQ(result_, CTarsaCommand::success);
-  ZK_SimpleArray<const CTarsaObject*> members;
-  access_.GetStanceObjects(*doc_, Table().FindByName(L"Front")->m_id, members);
-  EXPECT_EQ(members.Count(), 2);
+  EXPECT_EQ(Members(L"Front").size(), 2u);
 }
 
 TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYes) {
@@ -80,10 +71,7 @@ TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYes) {
 
   shown = Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
-  ZK_SimpleArray<const CTarsaObject*> members;
-  access_.GetStanceObjects(*doc_, Table().FindByName(L"front")->m_id, members);
-  ASSERT_EQ(members.Count(), 1);
-  EXPECT_EQ(members[0]->ModelObjectId(), wheel);
+  EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
 
   g_bSaveWithoutConfirm = true;
   shown = Stance({L"Save", L"SIDE", L"door", L"", L""});

@@ -56,10 +56,7 @@ TEST_F(StanceDriftTest, EveryStanceAtOnceAgreesWithEachStanceOnItsOwn) {
   const ZK_UUID a = AddBox();
   const ZK_UUID b = Add(new ZK_Point({1, 1, 1}));
   const ZK_UUID light = AddLight();
-  auto* built = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}));
-  built->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
-  doc_->AddObject(built);
-  const ZK_UUID rebuilt = built->ModelObjectId();
+  const ZK_UUID rebuilt = AddBuilt();
   const ZK_UUID first = Save(L"First", {a, b, light, rebuilt});
   Move(a, ZK_Xform::Translation(1, 0, 0));
   const ZK_UUID second = Save(L"Second", {a, light});

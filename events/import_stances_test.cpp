@@ -1,7 +1,3 @@
-#include <cstdio>
-
-#include <unistd.h>
-
 #include "events/event_watcher.h"
 #include "operations/every_object_iterator.h"
 #include "testing/stance_document_test.h"
@@ -15,27 +11,11 @@ class ModelFileTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    path_ = testing::TempDir() + "model_file_test_" + std::to_string(getpid()) + "_" +
-            testing::UnitTest::GetInstance()->current_test_info()->name() + ".tsm";
-  }
-  void TearDown() override {
-    std::remove(path_.c_str());
-    StanceDocumentTest::TearDown();
-  }
-  static CKorvoEventWatcher& Watcher() { return *KorvoPlugIn().EventWatcher(); }
-  void SaveFile() {
-    std::wstring error;
-    ASSERT_TRUE(TsWriteModelFile(*doc_, path_, error)) << ZK_wString(error).ToUtf8();
+    path_ = ModelPath();
   }
   CTarsaDoc* OpenFile() {
     std::wstring error;
     return CTarsaStandIn::OpenDocument(path_, error);
-  }
-  bool ImportFile(bool reference = false) {
-    std::wstring error;
-    bool imported = false;
-    Step([&] { imported = TsReadModelFile(*doc_, path_, !reference, reference, error); });
-    return imported;
   }
   static CKorvoDocData& TableOf(CTarsaDoc& doc) {
     return *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
@@ -45,16 +25,6 @@ class ModelFileTest : public StanceDocumentTest {
     CKorvoEveryObjectIterator it(doc);
     for (const CTarsaObject* object = it.First(); object; object = it.Next()) ++count;
     return count;
-  }
-  // The members of the stance of that name, in document order.
-  std::vector<ZK_UUID> Members(CTarsaDoc& doc, const wchar_t* name) {
-    std::vector<ZK_UUID> ids;
-    ZK_SimpleArray<const CTarsaObject*> members;
-    const CKorvoDocData::USER_DATA* stance = TableOf(doc).FindByName(name);
-    if (stance == nullptr) return ids;
-    access_.GetStanceObjects(doc, stance->m_id, members);
-    for (int i = 0; i < members.Count(); ++i) ids.push_back(members[i]->ModelObjectId());
-    return ids;
   }
 
   std::string path_;
@@ -68,7 +38,7 @@ TEST_F(ModelFileTest, ASavedModelOpensWithItsStancesRecordsLightsAndHiddenObject
   Save(L"Front", {box, hidden, light});
   Save(L"Side", {box});
   Move(light, ZK_Xform::Translation(1, 2, 3));
-  SaveFile();
+  SaveModel(path_);
 
   CTarsaDoc* opened = OpenFile();
   ASSERT_NE(opened, nullptr);
@@ -78,7 +48,7 @@ TEST_F(ModelFileTest, ASavedModelOpensWithItsStancesRecordsLightsAndHiddenObject
   EXPECT_TRUE(access_.RestoreStance(*opened, TableOf(*opened).FindByName(L"Front")->m_id));
   const ZK_Light& restored = opened->LightTable()[0]->Light();
   EXPECT_NEAR(restored.m_location.z, saved[0].z, 1e-9);
-  EXPECT_EQ(Members(*opened, L"Side"), std::vector<ZK_UUID>{box});
+  EXPECT_EQ(Members(L"Side", opened), std::vector<ZK_UUID>{box});
 }
 
 TEST_F(ModelFileTest, OpeningDropsEntriesOfUnknownStancesAndStancesNoObjectCarries) {
@@ -87,7 +57,7 @@ TEST_F(ModelFileTest, OpeningDropsEntriesOfUnknownStancesAndStancesNoObjectCarri
   Save(L"Front", {box});
   Save(L"Empty", {});
   access_.DeleteStance(*doc_, gone);  // the record keeps its entry for the deleted stance
-  SaveFile();
+  SaveModel(path_);
   CTarsaDoc* opened = OpenFile();
   ASSERT_NE(opened, nullptr);
   ASSERT_EQ(TableOf(*opened).Count(), 1);
@@ -100,27 +70,23 @@ TEST_F(ModelFileTest, ImportingTwiceGivesTwoSetsOfStancesEachCarriedByItsOwnObje
   const ZK_UUID box = AddBox();
   Save(L"Pose", {box});
   Save(L"Unused by the file", {});
-  SaveFile();
+  SaveModel(path_);
   Table().RemoveAll();
   Save(L"pose", {box});
   Save(L"Pose - Copy", {box});
   const INT_PTR own_entries = RecordOf(box)->m_entries.GetSize();
 
-  ASSERT_TRUE(ImportFile());
-  ASSERT_TRUE(ImportFile());
-  std::vector<std::wstring> names;
-  for (INT_PTR i = 0; i < Table().m_entries.GetSize(); ++i) {
-    names.push_back(Table().m_entries[i]->m_name.Text());
-  }
-  EXPECT_EQ(names, (std::vector<std::wstring>{L"pose", L"Pose - Copy", L"Pose - Copy (2)",
-                                              L"Pose - Copy (3)"}));
-  const std::vector<ZK_UUID> first = Members(*doc_, L"Pose - Copy (2)");
-  const std::vector<ZK_UUID> second = Members(*doc_, L"Pose - Copy (3)");
+  ASSERT_TRUE(ReadModel(path_));
+  ASSERT_TRUE(ReadModel(path_));
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"pose", L"Pose - Copy", L"Pose - Copy (2)",
+                                                L"Pose - Copy (3)"}));
+  const std::vector<ZK_UUID> first = Members(L"Pose - Copy (2)");
+  const std::vector<ZK_UUID> second = Members(L"Pose - Copy (3)");
   ASSERT_EQ(first.size(), 1u);
   ASSERT_EQ(second.size(), 1u);
   EXPECT_NE(first[0], second[0]);
   EXPECT_NE(first[0], box);
-  EXPECT_EQ(Members(*doc_, L"pose"), std::vector<ZK_UUID>{box});
+  EXPECT_EQ(Members(L"pose"), std::vector<ZK_UUID>{box});
   EXPECT_EQ(RecordOf(box)->m_entries.GetSize(), own_entries);  // the document's own are untouched
 
   ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));  // the second import, stances and objects, is one step
@@ -130,10 +96,10 @@ TEST_F(ModelFileTest, ImportingTwiceGivesTwoSetsOfStancesEachCarriedByItsOwnObje
 TEST_F(ModelFileTest, AnAttachedModelStaysOutOfEveryVisit) {
   const ZK_UUID box = AddBox();
   Save(L"Front", {box});
-  SaveFile();
+  SaveModel(path_);
   Table().RemoveAll();
   const int objects = ObjectCount(*doc_);
-  ASSERT_TRUE(ImportFile(true));
+  ASSERT_TRUE(ReadModel(path_, true));
   EXPECT_EQ(ObjectCount(*doc_), objects);
   EXPECT_EQ(Table().Count(), 0);  // its stances are carried by reference objects only
 }

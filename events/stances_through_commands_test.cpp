@@ -1,8 +1,6 @@
 // Stances as a user meets them through the host's own commands: moves, copies, duplicates,
 // explodes, rebuilds, replacements, deletions, undo and redo, imports and references.
 
-#include <unistd.h>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -14,11 +12,6 @@ namespace {
 
 class StancesThroughCommandsTest : public StanceDocumentTest {
  protected:
-  void TearDown() override {
-    std::remove(path_.c_str());
-    StanceDocumentTest::TearDown();
-  }
-
   // Runs a macro as the user would type it; what it printed is dropped.
   void Run(const std::wstring& macro) {
     CTarsaStandIn::CommandLine().RunScript(macro.c_str(), 0);
@@ -35,33 +28,6 @@ class StancesThroughCommandsTest : public StanceDocumentTest {
   void Restore(const wchar_t* name) { Stance(std::wstring(L"_Restore \"") + name + L"\""); }
   void Undo() { Run(L"-_Undo"); }
   void Redo() { Run(L"-_Redo"); }
-
-  std::vector<ZK_UUID> Members(const wchar_t* name) {
-    std::vector<ZK_UUID> ids;
-    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
-    if (stance == nullptr) return ids;
-    ZK_SimpleArray<const CTarsaObject*> members;
-    access_.GetStanceObjects(*doc_, stance->m_id, members);
-    for (int i = 0; i < members.Count(); ++i) ids.push_back(members[i]->ModelObjectId());
-    return ids;
-  }
-  ZK_UUID IdOf(const wchar_t* name) const {
-    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
-    return stance ? stance->m_id : ZK_nil_uuid;
-  }
-
-  void SaveFile() {
-    path_ = testing::TempDir() + "stances_through_commands_" + std::to_string(getpid()) + ".tsm";
-    std::wstring error;
-    ASSERT_TRUE(TsWriteModelFile(*doc_, path_, error));
-  }
-  // Merges the saved file into the document, or attaches it as a reference, as one step.
-  void ReadFile(bool reference) {
-    std::wstring error;
-    Step([&] { ASSERT_TRUE(TsReadModelFile(*doc_, path_, !reference, reference, error)); });
-  }
-
-  std::string path_;
 };
 
 ZK_Geometry* Segment() { return new ZK_Polyline({{0, 0, 0}, {1, 0, 0}}); }
@@ -107,6 +73,23 @@ class DeleteThenMoveCommand : public CTarsaCommand {
   }
 } theDeleteThenMoveCommand;
 
+// Deletes the objects picked, then adds two new points, within one command.
+class SplitCommand : public CTarsaCommand {
+ public:
+  ZK_UUID CommandId() const override {
+    return ZK_UuidFromString("7A8B9C0D-1E2F-4A3B-8C4D-5E6F7A8B9C0D");
+  }
+  const wchar_t* EnglishCommandName() override { return L"SplitTest"; }
+  result Execute(const CTarsaCommandContext& context) override {
+    CTarsaGetObject get;
+    get.SetCommandPrompt(L"Select objects");
+    if (get.GetObjects(1, 0) != CTarsaGet::object) return cancel;
+    for (int i = 0; i < get.ObjectCount(); ++i) context.Document()->DeleteObject(get.Object(i));
+    for (int i = 0; i < 2; ++i) context.Document()->AddObject(new CTarsaObject(new ZK_Point()));
+    return success;
+  }
+} theSplitCommand;
+
 TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfAnObjectTakesThatObjectsStancesOnly) {
   const ZK_UUID plain = Add(Bent());
   const ZK_UUID posed = Add(Bent());
@@ -122,19 +105,25 @@ TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfAnObjectTakesThatObjectsSt
   const std::vector<ZK_UUID> rebuilt = AddedSince(before);
   ASSERT_EQ(rebuilt.size(), 2u);
   EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{pieces[3], rebuilt[1]}));
+
+  before = AllObjects();
+  On(L"SplitTest", {pieces[3]});  // deleted, then two points added: the first takes its stances
+  const std::vector<ZK_UUID> halves = AddedSince(before);
+  ASSERT_EQ(halves.size(), 2u);
+  EXPECT_EQ(Members(L"P"), (std::vector<ZK_UUID>{rebuilt[1], halves[0]}));
 }
 
 TEST_F(StancesThroughCommandsTest, RebuildingAStancesOnlyObjectKeepsTheStance) {
   const ZK_UUID door = Add(Bent());
   SaveStance(L"P", {door});
-  const ZK_UUID p = IdOf(L"P");
+  const ZK_UUID p = StanceId(L"P");
   const std::vector<ZK_3dPoint> saved = Placement(door);
   On(L"Move", {door}, L"3,0,0");
   const std::vector<ZK_UUID> before = AllObjects();
   On(L"Rebuild", {door});
   const std::vector<ZK_UUID> rebuilt = AddedSince(before);
   ASSERT_EQ(rebuilt.size(), 1u);
-  EXPECT_EQ(IdOf(L"P"), p);
+  EXPECT_EQ(StanceId(L"P"), p);
   EXPECT_EQ(Members(L"P"), rebuilt);
   Restore(L"P");
   ExpectNear(Placement(rebuilt[0]), saved);
@@ -159,9 +148,14 @@ TEST_F(StancesThroughCommandsTest, ReplacingAnObjectByNewGeometryKeepsItInItsSta
   ExpectNear(Placement(lamp), saved);
 }
 
-TEST_F(StancesThroughCommandsTest, APlainDuplicateLandsWithItsSourceOnRestore) {
-  const ZK_UUID a = Add(Segment());
+// A copy or a plain duplicate takes its source's stances, each saved placement carried along
+// with it: on restore it lands where its source lands, moved as it was made.
+TEST_F(StancesThroughCommandsTest, CopiesAndDuplicatesLandWithTheirSourcesOnRestore) {
+  const ZK_UUID a = Add(Bent());
+  Move(a, ZK_Xform::Rotation(0.4, {0, 0, 1}, {1, 1, 0}));  // a record that is no translation
   SaveStance(L"P", {a});
+  const std::vector<ZK_3dPoint> saved = Placement(a);
+  Move(a, ZK_Xform::Rotation(1.1, {1, 0, 0}, {3, 3, 3}));
   std::vector<ZK_UUID> before = AllObjects();
   On(L"Copy", {a}, L"10,0,0");
   const ZK_UUID copy = AddedSince(before)[0];
@@ -172,6 +166,10 @@ TEST_F(StancesThroughCommandsTest, APlainDuplicateLandsWithItsSourceOnRestore) {
   ASSERT_EQ(twins.size(), 2u);
 
   Restore(L"P");
+  ExpectNear(Placement(a), saved);
+  std::vector<ZK_3dPoint> copy_saved = saved;
+  for (ZK_3dPoint& p : copy_saved) p.x += 10;
+  ExpectNear(Placement(copy), copy_saved);
   ExpectNear(Placement(twins[0]), Placement(a));
   ExpectNear(Placement(twins[1]), Placement(copy));
   // A restore is a move too: a duplicate made after it stays with its source.
@@ -198,13 +196,19 @@ TEST_F(StancesThroughCommandsTest, UndoRedoUndoOfEveryStanceChangeIsExact) {
   ASSERT_EQ(Table().Count(), 1);
   EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{b});
 
+  // Each undo and redo gives back a table and tells the host once.
   std::vector<CKorvoDocData> tables;
+  TakeStanceChanges();
   while (CTarsaStandIn::UndoStepCount(*doc_) > 0) {
     tables.push_back(Table());
     Undo();
+    EXPECT_EQ(TakeStanceChanges(), 1) << "undo " << tables.size();
   }
   EXPECT_TRUE(Table() == CKorvoDocData());
-  while (CTarsaStandIn::RedoStepCount(*doc_) > 0) Redo();
+  while (CTarsaStandIn::RedoStepCount(*doc_) > 0) {
+    Redo();
+    EXPECT_EQ(TakeStanceChanges(), 1) << "redo";
+  }
   EXPECT_TRUE(Table() == last);
   EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{b});
   for (auto table = tables.begin(); table != tables.end(); ++table) {
@@ -242,7 +246,7 @@ TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommands
   TakeStanceChanges();
   Step([&] {
     doc_->DeleteObject(CTarsaObjRef(Object(c)));
-    EXPECT_EQ(IdOf(L"R"), ZK_nil_uuid);
+    EXPECT_EQ(StanceId(L"R"), ZK_nil_uuid);
   });
   EXPECT_EQ(Table().Count(), 0);
   EXPECT_EQ(TakeStanceChanges(), 3) << "R, S, then the deletion's own notice";
@@ -251,10 +255,11 @@ TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommands
 TEST_F(StancesThroughCommandsTest, UndoingAnImportGivesBackTheTableAsItWas) {
   const ZK_UUID a = Add(Segment());
   SaveStance(L"Front", {a});
-  SaveFile();
+  const std::string path = ModelPath();
+  SaveModel(path);
   Save(L"Carried by none", {});
   const CKorvoDocData before(Table());
-  ReadFile(false);
+  ASSERT_TRUE(ReadModel(path));
   const CKorvoDocData imported(Table());
   EXPECT_EQ(imported.Count(), 2);  // Front and its copy; the uncarried stance is gone
   Undo();
@@ -268,11 +273,12 @@ TEST_F(StancesThroughCommandsTest, UndoingAnImportGivesBackTheTableAsItWas) {
 TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsRecordsAlone) {
   const ZK_UUID a = Add(Segment());
   SaveStance(L"P", {a});
-  SaveFile();
+  const std::string path = ModelPath();
+  SaveModel(path);
   const std::vector<ZK_3dPoint> saved = Placement(a);
   On(L"Move", {a}, L"0,2,0");
   Stance(L"_Delete \"P\"");
-  ReadFile(true);
+  ASSERT_TRUE(ReadModel(path, true));
   Undo();
   Undo();
   ASSERT_EQ(Members(L"P"), std::vector<ZK_UUID>{a});

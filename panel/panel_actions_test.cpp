@@ -43,22 +43,13 @@ TEST(PanelActions, MacrosAreExactlyTheTemplatesFilledIn) {
   EXPECT_FALSE(IsSaveOption(L"Saved"));
 }
 
-class NewStanceNameTest : public StanceDocumentTest {
- protected:
-  void Have(std::initializer_list<const wchar_t*> names) {
-    for (const wchar_t* name : names) {
-      ZK_UUID id;
-      ASSERT_TRUE(ZK_CreateUuid(id));
-      ASSERT_EQ(Table().Add(id, name), 1);
-    }
-  }
-};
+using NewStanceNameTest = StanceDocumentTest;
 
 TEST_F(NewStanceNameTest, TheFirstFreeNumberWinsWhateverTheCase) {
   EXPECT_EQ(NewStanceName(*doc_), L"Position 01");
-  Have({L"Position 01", L"POSITION 03"});
+  AddEntries({L"Position 01", L"POSITION 03"});
   EXPECT_EQ(NewStanceName(*doc_), L"Position 02");
-  Have({L"position 02"});
+  AddEntries({L"position 02"});
   EXPECT_EQ(NewStanceName(*doc_), L"Position 04");
 }
 
@@ -66,7 +57,7 @@ TEST_F(NewStanceNameTest, PastNinetyNineTheNumberGrowsAndTranslationsAreUsed) {
   for (int n = 1; n <= 99; ++n) {
     ZK_wString name;
     name.Format(L"Position %02d", n);
-    Have({name});
+    AddEntries({name});
   }
   EXPECT_EQ(NewStanceName(*doc_), L"Position 100");
   CTarsaStandIn::SetTranslation(28191, L"Stellung %02d");

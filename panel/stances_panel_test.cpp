@@ -29,36 +29,29 @@ class StancesPanelTest : public StanceDocumentTest {
   }
   // A stance with one object of its own, saved as the host would.
   void Stance(const wchar_t* name) { Save(name, {AddNamed(name)}); }
-  // A stance straight into the table, without objects.
-  void Entry(const wchar_t* name) {
-    ZK_UUID id;
-    ASSERT_TRUE(ZK_CreateUuid(id));
-    ASSERT_EQ(Table().Add(id, name), 1);
-  }
 
+  // What `read` gives for each item of the list, in list order.
+  template <class Read>
+  auto EachItem(Read read) const {
+    std::vector<decltype(read(0))> values;
+    for (int i = 0; i < List().GetItemCount(); ++i) values.push_back(read(i));
+    return values;
+  }
   Texts Shown() const {
-    Texts texts;
-    for (int i = 0; i < List().GetItemCount(); ++i) texts.push_back(List().GetItemText(i));
-    return texts;
+    return EachItem([this](int i) { return List().GetItemText(i); });
   }
   std::vector<LPARAM> Data() const {
-    std::vector<LPARAM> data;
-    for (int i = 0; i < List().GetItemCount(); ++i) data.push_back(List().GetItemData(i));
-    return data;
+    return EachItem([this](int i) { return List().GetItemData(i); });
   }
   std::vector<int> Images() const {
-    std::vector<int> images;
-    for (int i = 0; i < List().GetItemCount(); ++i) images.push_back(List().GetItemImage(i));
-    return images;
+    return EachItem([this](int i) { return List().GetItemImage(i); });
   }
   // Which items carry the mark of a stance the model matches.
   std::vector<bool> Marks() const {
-    std::vector<bool> marks;
-    for (int i = 0; i < List().GetItemCount(); ++i) {
-      marks.push_back(List().GetItemState(i, LVIS_STATEIMAGEMASK) ==
-                      INDEXTOSTATEIMAGEMASK(CTsStancesManagerDlg::matches_state_image));
-    }
-    return marks;
+    return EachItem([this](int i) {
+      return List().GetItemState(i, LVIS_STATEIMAGEMASK) ==
+             INDEXTOSTATEIMAGEMASK(CTsStancesManagerDlg::matches_state_image);
+    });
   }
   std::vector<int> Selected() const {
     std::vector<int> items;
@@ -81,22 +74,12 @@ class StancesPanelTest : public StanceDocumentTest {
   void RightClick(POINT at = {10, 20}) { CTarsaStandIn::ContextMenu(*panel_, at); }
   // The host's rebuild timer running out.
   void WaitForRebuild() { CTarsaStandIn::AdvanceClock(500); }
-  void Type(std::deque<std::wstring> lines) {
-    typed_ = std::move(lines);
-    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
-      if (typed_.empty()) return false;
-      line = typed_.front();
-      typed_.pop_front();
-      return true;
-    });
-  }
   static std::wstring Output() { return CTarsaStandIn::CommandLine().TakeOutput(); }
   static Scripts TakeScripts() { return CTarsaStandIn::TakeScripts(); }
   static CTsScriptedAnswers& Answers() { return CTarsaStandIn::Answers(); }
   CListCtrl& List() const { return panel_->List(); }
 
   CTsStancesManagerDlg* panel_ = nullptr;
-  std::deque<std::wstring> typed_;
 };
 
 TEST_F(StancesPanelTest, OpeningTheTabMakesThePanelAndClosingDestroysIt) {
@@ -127,8 +110,14 @@ TEST_F(StancesPanelTest, OpeningTheTabMakesThePanelAndClosingDestroysIt) {
   EXPECT_NE(std::string(icon.svg).find("<svg"), std::string::npos);
   EXPECT_EQ(AfxGetResourceHandle(), nullptr) << "the module state is switched back";
 
-  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  {  // a second instance takes the pointer, and destroying any clears it
+    CTsStancesManagerDlg second;
+    EXPECT_EQ(g_pStancesPanel, &second);
+  }
   EXPECT_EQ(g_pStancesPanel, nullptr);
+  AddEntries({L"Front"});  // no panel to ask: nothing is pending
+  EXPECT_FALSE(CTarsaStandIn::RebuildPending(*panel_));
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
   EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr);
 }
 
@@ -145,39 +134,22 @@ TEST_F(StancesPanelTest, UnloadingThePlugInClosesItsPanelAndALoadRegistersItAgai
   EXPECT_EQ(g_pStancesPanel, panel_);
 }
 
-TEST_F(StancesPanelTest, ASecondInstanceTakesThePointerAndDestroyingAnyClearsIt) {
-  panel_ = &Open();
-  {
-    CTsStancesManagerDlg second;
-    EXPECT_EQ(g_pStancesPanel, &second);
-  }
-  EXPECT_EQ(g_pStancesPanel, nullptr);
-  Entry(L"Front");  // no panel to ask: nothing is pending
-  EXPECT_FALSE(CTarsaStandIn::RebuildPending(*panel_));
-}
-
 TEST_F(StancesPanelTest, TheListIsSortedByNameAndItsDataAreTableIndexes) {
-  Entry(L"b");
-  Entry(L"A");
-  Entry(L"c");
+  AddEntries({L"b", L"A", L"c"});
   panel_ = &Open();
   EXPECT_EQ(Shown(), (Texts{L"A", L"b", L"c"}));
   EXPECT_EQ(Data(), (std::vector<LPARAM>{1, 0, 2}));
   EXPECT_EQ(List().GetColumnWidth(), List().WindowRect().right - List().WindowRect().left);
 }
 
-TEST_F(StancesPanelTest, AnEmptyDocumentShowsNothingAndTheToolButtonsAreOff) {
+TEST_F(StancesPanelTest, ToolButtonsFollowTheSelection) {
   panel_ = &Open();
   EXPECT_TRUE(Shown().empty());
   EXPECT_EQ(ToolButtons(), (std::vector<bool>{false, false, false}));
   EXPECT_FALSE(Click(1149));
   EXPECT_TRUE(TakeScripts().empty());
-}
-
-TEST_F(StancesPanelTest, ToolButtonsFollowTheSelection) {
-  Entry(L"A");
-  Entry(L"B");
-  panel_ = &Open();
+  AddEntries({L"A", L"B"});
+  WaitForRebuild();
   Select({0});
   EXPECT_EQ(ToolButtons(), (std::vector<bool>{true, true, true}));
   EXPECT_TRUE(Enabled(1956)) << "rename with one item";
@@ -189,12 +161,10 @@ TEST_F(StancesPanelTest, ToolButtonsFollowTheSelection) {
 }
 
 TEST_F(StancesPanelTest, RebuildsWaitMergeAndHappenOnlyOnChange) {
-  Entry(L"Front");
-  Entry(L"Side");
+  AddEntries({L"Front", L"Side"});
   panel_ = &Open();
   Select({1});
-  Entry(L"Top");
-  Entry(L"Back");
+  AddEntries({L"Top", L"Back"});
   EXPECT_EQ(Shown(), (Texts{L"Front", L"Side"})) << "nothing before the delay";
   CTarsaStandIn::AdvanceClock(499);
   EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 0);
@@ -219,7 +189,7 @@ TEST_F(StancesPanelTest, RebuildsWaitMergeAndHappenOnlyOnChange) {
 }
 
 TEST_F(StancesPanelTest, ThePanelShowsTheActiveDocumentAndHearsOfNewOnes) {
-  Entry(L"Front");
+  AddEntries({L"Front"});
   panel_ = &Open();
   CTarsaDoc* other = CTarsaStandIn::NewDocument();
   EXPECT_TRUE(Shown().empty());
@@ -232,9 +202,7 @@ TEST_F(StancesPanelTest, ThePanelShowsTheActiveDocumentAndHearsOfNewOnes) {
 }
 
 TEST_F(StancesPanelTest, UntilTheRebuildAnItemNamesWhatItsIndexNamesNow) {
-  Entry(L"A");
-  Entry(L"B");
-  Entry(L"C");
+  AddEntries({L"A", L"B", L"C"});
   panel_ = &Open();
   ASSERT_TRUE(Table().RemoveByName(L"B"));
   EXPECT_EQ(panel_->ItemName(1), L"C") << "B's index now names C";
@@ -503,29 +471,20 @@ TEST_F(StancesPanelTest, RenameAndDeleteGoThroughTheCommandWithQuotesIntact) {
   EXPECT_EQ(Output(), L"");
 }
 
-TEST_F(StancesPanelTest, ADoubleClickRestoresAndTheObjectsMoveBack) {
-  const ZK_UUID door = AddNamed(L"door");
-  Save(L"Front", {door});
-  const std::vector<ZK_3dPoint> saved = Placement(door);
-  Move(door, ZK_Xform::Translation(5, 0, 0));
-  panel_ = &Open();
-  CTarsaStandIn::DoubleClick(*panel_, 0);
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0}}));
-  ExpectNear(Placement(door), saved);
-  EXPECT_EQ(GetFocus(), TarsaApp().ActiveView()->GetSafeHwnd());
-}
-
 TEST_F(StancesPanelTest, MarksFollowTheModelThroughRestoreMoveAndUndoKeepingTheSelection) {
   const ZK_UUID door = AddNamed(L"door");
   Save(L"Front", {door});
+  const std::vector<ZK_3dPoint> saved = Placement(door);
   Move(door, ZK_Xform::Translation(5, 0, 0));
   Save(L"Side", {door});
   panel_ = &Open();
   EXPECT_EQ(Shown(), (Texts{L"Front", L"Side"}));
   EXPECT_EQ(Marks(), (std::vector<bool>{false, true}));
   Select({0});
-  CTarsaStandIn::DoubleClick(*panel_, 0);
+  CTarsaStandIn::DoubleClick(*panel_, 0);  // restores, and the view has the focus
   EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0}}));
+  ExpectNear(Placement(door), saved);
+  EXPECT_EQ(GetFocus(), TarsaApp().ActiveView()->GetSafeHwnd());
   WaitForRebuild();
   EXPECT_EQ(Marks(), (std::vector<bool>{true, false}));
   EXPECT_EQ(Selected(), std::vector<int>{0});

@@ -11,6 +11,7 @@
 #include "host/tarsa/tarsa_plugin.h"
 #include "host/tarsa/tarsa_stance_dynamic_access.h"
 #include "testing/host_session_test.h"
+#include "testing/script_values.h"
 #include "testing/stand_ins.h"
 
 namespace {
@@ -52,18 +53,10 @@ class KorvoModuleTest : public HostSessionTest {
   static long ScriptedStanceCount(CTarsaPlugIn& plug_in) {
     auto* dispatch = static_cast<IDispatch*>(plug_in.GetScriptObjectInterface(IID_IDispatch));
     if (dispatch == nullptr) return -1;
-    wchar_t name[] = L"stancecount";
-    LPOLESTR names[] = {name};
-    DISPID id = DISPID_UNKNOWN;
-    DISPPARAMS none = {nullptr, nullptr, 0, 0};
-    VARIANT result;
-    VariantInit(&result);
-    dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id);
-    dispatch->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &none, &result, nullptr, nullptr);
+    ScriptValues values;
+    const VARIANT& result = values.Call(*dispatch, L"stancecount");
     dispatch->Release();
-    const long count = result.vt == VT_I4 ? result.lVal : -1;
-    VariantClear(&result);
-    return count;
+    return result.vt == VT_I4 ? result.lVal : -1;
   }
 
   std::wstring error_;

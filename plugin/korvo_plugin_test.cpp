@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
-
-#include <unistd.h>
 
 #include "data/place_holder.h"
 #include "events/event_watcher.h"
@@ -23,12 +20,8 @@ class KorvoPlugInTest : public StanceDocumentTest {
  protected:
   void SetUp() override {
     StanceDocumentTest::SetUp();
-    path_ = testing::TempDir() + "korvo_plugin_test_" + std::to_string(getpid()) + ".tsm";
-  }
-  void TearDown() override {
-    std::remove(path_.c_str());
-    std::remove((path_ + ".again").c_str());
-    StanceDocumentTest::TearDown();
+    path_ = ModelPath();
+    again_ = ModelPath("again");
   }
   ModelFileBlocks::Bytes WriteBlock() {
     ZK_BinaryMemoryArchive out;
@@ -41,10 +34,6 @@ class KorvoPlugInTest : public StanceDocumentTest {
     return KorvoPlugIn().ReadDocument(*doc_, in, CTarsaFileReadOptions(L"", false, false));
   }
   CTarsaFileWriteOptions Options() const { return CTarsaFileWriteOptions(serial_, L""); }
-  void SaveFile(CTarsaDoc& doc, const std::string& path) {
-    std::wstring error;
-    ASSERT_TRUE(TsWriteModelFile(doc, path, error)) << ZK_wString(error).ToUtf8();
-  }
   // The message box of a newer block, and what the command line then shows: `also` follows it.
   void ExpectNewerMessage(const std::wstring& also = L"") {
     const auto shown = CTarsaStandIn::TakeMessageBoxes();
@@ -68,6 +57,7 @@ class KorvoPlugInTest : public StanceDocumentTest {
   }
 
   std::string path_;
+  std::string again_;
 };
 
 TEST_F(KorvoPlugInTest, TheBlockHoldsVersionZeroTwoPlaceHoldersAndTheStancesInOrder) {
@@ -118,7 +108,7 @@ TEST_F(KorvoPlugInTest, ANewerBlockIsRefusedWithOneMessageAndTheTableKept) {
 TEST_F(KorvoPlugInTest, ANewerModelOpenedAndSavedKeepsItsStancesAndRecords) {
   const ZK_UUID box = AddBox();
   Save(L"Front", {box, AddLight()});
-  SaveFile(*doc_, path_);
+  SaveModel(path_);
   ModelFileBlocks newer;
   ASSERT_TRUE(newer.Read(path_));
   for (auto& object : newer.objects) ModelFileBlocks::MakeStancesNewer(object);
@@ -132,9 +122,9 @@ TEST_F(KorvoPlugInTest, ANewerModelOpenedAndSavedKeepsItsStancesAndRecords) {
   ExpectNewerMessage(KeptMessage());
   EXPECT_EQ(KorvoPlugIn().DocData(opened->RuntimeSerialNumber())->Count(), 0);
   EXPECT_EQ(CKorvoUserData::Of(opened->LookupObject(box)), nullptr);  // unread, yet kept
-  SaveFile(*opened, path_ + ".again");
+  SaveModel(again_, opened);
   ModelFileBlocks saved;
-  ASSERT_TRUE(saved.Read(path_ + ".again"));
+  ASSERT_TRUE(saved.Read(again_));
   EXPECT_EQ(saved.objects, newer.objects);
   EXPECT_EQ(saved.plug_ins, newer.plug_ins);
 }
@@ -145,7 +135,7 @@ TEST_F(KorvoPlugInTest, ANewerModelOpenedAndSavedKeepsItsStancesAndRecords) {
 TEST_F(KorvoPlugInTest, AnUnreadableBlockIsKeptUntilTheStancesChange) {
   const ZK_UUID box = AddBox();
   const ZK_UUID front = Save(L"Front", {box});
-  SaveFile(*doc_, path_);
+  SaveModel(path_);
   ModelFileBlocks good;
   ASSERT_TRUE(good.Read(path_));
   const ModelFileBlocks::Bytes block = good.plug_ins.at(0).bytes;
@@ -182,9 +172,9 @@ TEST_F(KorvoPlugInTest, AnUnreadableBlockIsKeptUntilTheStancesChange) {
     serial_ = opened->RuntimeSerialNumber();
     EXPECT_EQ(Table().Count(), 0);
     EXPECT_TRUE(CKorvoUserData::Of(Object(box))->HasEntry(front));
-    SaveFile(*doc_, path_ + ".again");
+    SaveModel(again_);
     ModelFileBlocks saved;
-    ASSERT_TRUE(saved.Read(path_ + ".again"));
+    ASSERT_TRUE(saved.Read(again_));
     EXPECT_EQ(saved.plug_ins, file.plug_ins);
 
     Save(L"Side", {box});

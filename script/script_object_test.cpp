@@ -1,10 +1,10 @@
 #include "script/script_object.h"
 
 #include <cmath>
-#include <deque>
 #include <string>
 #include <vector>
 
+#include "testing/script_values.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
 
@@ -15,148 +15,26 @@ const ZK_Xform kTurn = ZK_Xform::Rotation(0.9, {1, 1, 0}, {2, -1, 5});
 
 // Scenarios of a script that drives the plug-in: values made as a script engine makes them, and
 // calls by name through the script object's IDispatch, which the host asked the plug-in for.
-class ScriptObjectTest : public StanceDocumentTest {
+class ScriptObjectTest : public StanceDocumentTest, public ScriptValues {
  protected:
-  void TearDown() override {
-    for (VARIANT& value : values_) VariantClear(&value);
-    StanceDocumentTest::TearDown();
-  }
-
-  // Calls a method by name, arguments first to last; the fixture owns the result.
+  // Calls a method of the plug-in's script object; the fixture owns the result.
   const VARIANT& Call(const wchar_t* method, std::vector<VARIANT> arguments = {}) {
     auto* dispatch = static_cast<IDispatch*>(KorvoPlugIn().GetScriptObjectInterface(IID_IDispatch));
-    std::wstring name = method;
-    LPOLESTR names[] = {name.data()};
-    DISPID id = DISPID_UNKNOWN;
-    EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id), S_OK) << name;
-    std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
-    DISPPARAMS params = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    VARIANT& result = NewValue(VT_EMPTY);
-    EXPECT_EQ(
-        dispatch->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &params, &result, nullptr, nullptr),
-        S_OK);
+    const VARIANT& result = ScriptValues::Call(*dispatch, method, std::move(arguments));
     EXPECT_EQ(dispatch->Release(), 1u);
     return result;
-  }
-
-  // Values a script passes, owned by the fixture; a reference points at another of them.
-  VARIANT& NewValue(VARTYPE type) {
-    VARIANT& value = values_.emplace_back();
-    VariantInit(&value);
-    value.vt = type;
-    return value;
-  }
-  VARIANT& Text(const std::wstring& text) {
-    VARIANT& value = NewValue(VT_BSTR);
-    value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-    return value;
-  }
-  VARIANT& I2(SHORT number) {
-    VARIANT& value = NewValue(VT_I2);
-    value.iVal = number;
-    return value;
-  }
-  VARIANT& I4(LONG number) {
-    VARIANT& value = NewValue(VT_I4);
-    value.lVal = number;
-    return value;
-  }
-  VARIANT& R4(FLOAT number) {
-    VARIANT& value = NewValue(VT_R4);
-    value.fltVal = number;
-    return value;
-  }
-  VARIANT& R8(DOUBLE number) {
-    VARIANT& value = NewValue(VT_R8);
-    value.dblVal = number;
-    return value;
-  }
-  VARIANT& Bool(VARIANT_BOOL flag) {
-    VARIANT& value = NewValue(VT_BOOL);
-    value.boolVal = flag;
-    return value;
-  }
-  VARIANT& Missing() {
-    VARIANT& value = NewValue(VT_ERROR);
-    value.scode = DISP_E_PARAMNOTFOUND;
-    return value;
-  }
-  VARIANT& Ref(VARIANT& target) {
-    VARIANT& value = NewValue(VT_BYREF | VT_VARIANT);
-    value.pvarVal = &target;
-    return value;
-  }
-  // A one-dimensional array of strings (VT_BSTR) or of variants holding them (VT_VARIANT).
-  VARIANT& Array(VARTYPE type, LONG lower_bound, const std::vector<std::wstring>& texts) {
-    const SAFEARRAYBOUND bound = {static_cast<ULONG>(texts.size()), lower_bound};
-    VARIANT& value = NewValue(VT_ARRAY | type);
-    value.parray = SafeArrayCreate(type, 1, &bound);
-    for (LONG i = 0; i < static_cast<LONG>(texts.size()); ++i) {
-      const LONG index = lower_bound + i;
-      const VARIANT& element = Text(texts[i]);
-      const void* put = type == VT_VARIANT ? static_cast<const void*>(&element) : &element.bstrVal;
-      EXPECT_EQ(SafeArrayPutElement(value.parray, &index, put), S_OK);
-    }
-    return value;
   }
   VARIANT& Ids(const std::vector<ZK_UUID>& ids) {
     std::vector<std::wstring> texts;
     for (const ZK_UUID& id : ids) texts.push_back(ZK_UuidToString(id).Text());
     return Array(VT_VARIANT, 0, texts);
   }
-
-  // What scripts get back.
-  static bool IsNull(const VARIANT& v) { return v.vt == VT_NULL; }
-  static bool IsTrue(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_TRUE; }
-  static bool IsFalse(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_FALSE; }
-  // An array result's texts; every element must be a string in a zero-based, 1-D array.
-  static std::vector<std::wstring> Texts(const VARIANT& v) {
-    std::vector<std::wstring> texts;
-    EXPECT_EQ(v.vt, VT_ARRAY | VT_VARIANT);
-    if (v.vt != (VT_ARRAY | VT_VARIANT)) return texts;
-    LONG lower = -1, upper = -1;
-    EXPECT_EQ(SafeArrayGetDim(v.parray), 1u);
-    SafeArrayGetLBound(v.parray, 1, &lower);
-    SafeArrayGetUBound(v.parray, 1, &upper);
-    EXPECT_EQ(lower, 0);
-    for (LONG i = lower; i <= upper; ++i) {
-      VARIANT element;
-      SafeArrayGetElement(v.parray, &i, &element);
-      EXPECT_EQ(element.vt, VT_BSTR);
-      if (element.vt == VT_BSTR) texts.emplace_back(element.bstrVal, SysStringLen(element.bstrVal));
-      VariantClear(&element);
-    }
-    return texts;
-  }
   static std::wstring IdText(const ZK_UUID& id) { return ZK_UuidToString(id).Text(); }
 
-  std::vector<std::wstring> Names() const {
-    std::vector<std::wstring> names;
-    for (int i = 0; i < Table().Count(); ++i) names.push_back(Table().m_entries[i]->m_name.Text());
-    return names;
-  }
-  ZK_UUID StanceId(const wchar_t* name) const {
-    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
-    return stance ? stance->m_id : ZK_nil_uuid;
-  }
   bool InStance(const ZK_UUID& object, const wchar_t* name) const {
     const CKorvoUserData* record = RecordOf(object);
     return record && record->HasEntry(StanceId(name));
   }
-  // A stance that no object carries, as a script finds it after its objects went.
-  void AddStanceWithoutObjects(const wchar_t* name) {
-    ZK_UUID id;
-    ASSERT_TRUE(ZK_CreateUuid(id));
-    ASSERT_EQ(Table().Add(id, name), 1);
-  }
-  ZK_UUID AddWithHistory() {
-    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}));
-    object->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
-    EXPECT_TRUE(doc_->AddObject(object));
-    return object->ModelObjectId();
-  }
-
-  std::deque<VARIANT> values_;
 };
 
 TEST_F(ScriptObjectTest, HostGetsIUnknownAndIDispatchOnlyAndReferencesBalance) {
@@ -336,7 +214,7 @@ TEST_F(ScriptObjectTest, StancesSortsUnlessANumberOrBooleanSaysNo) {
 }
 
 TEST_F(ScriptObjectTest, RestoreUpdateAndAppendWorkOnTheStancesObjects) {
-  const ZK_UUID box = AddBox(), point = Add(new ZK_Point({2, 2, 2})), built = AddWithHistory();
+  const ZK_UUID box = AddBox(), point = Add(new ZK_Point({2, 2, 2})), built = AddBuilt();
   const auto saved = Placement(box);
   EXPECT_TRUE(IsTrue(Call(L"SaveStance", {Ids({box, built}), Text(L"Front")})));
   Move(box, kShift);
@@ -368,12 +246,12 @@ TEST_F(ScriptObjectTest, RestoreUpdateAndAppendWorkOnTheStancesObjects) {
   ExpectNear(Placement(point), appended);
   ExpectNear(Placement(built), built_moved);
 
-  AddStanceWithoutObjects(L"Orphan");
+  AddEntries({L"Orphan"});
   EXPECT_TRUE(IsTrue(Call(L"RestoreStance", {Text(L"Orphan")})));
 }
 
 TEST_F(ScriptObjectTest, SelectObjectsOfStanceSelectsExactlyItsObjects) {
-  const ZK_UUID outsider = AddBox(), box = AddBox(), built = AddWithHistory();
+  const ZK_UUID outsider = AddBox(), box = AddBox(), built = AddBuilt();
   const ZK_UUID hidden = AddBox(TarsaObjectMode::hidden);
   Save(L"Front", {box, hidden, built});
   Object(outsider)->Select();
@@ -388,7 +266,7 @@ TEST_F(ScriptObjectTest, SelectObjectsOfStanceSelectsExactlyItsObjects) {
   EXPECT_TRUE(Object(box)->IsSelected());
   EXPECT_TRUE(Object(built)->IsSelected());
 
-  AddStanceWithoutObjects(L"Empty");
+  AddEntries({L"Empty"});
   EXPECT_TRUE(IsNull(Call(L"SelectObjectsOfStance", {Text(L"Empty")})));
   EXPECT_FALSE(Object(box)->IsSelected());  // cleared all the same
 }

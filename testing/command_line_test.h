@@ -15,12 +15,7 @@ class CommandLineTest : public StanceDocumentTest {
   static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
   // Feeds the user's lines to the command line and runs `typed`; what was shown, line by line.
   std::vector<std::wstring> Run(const std::wstring& typed, std::deque<std::wstring> lines = {}) {
-    CommandLine().SetReader([&lines](const std::wstring&, std::wstring& line) {
-      if (lines.empty()) return false;
-      line = lines.front();
-      lines.pop_front();
-      return true;
-    });
+    Type(std::move(lines));
     result_ = CommandLine().RunCommand(typed);
     return SplitLines(CommandLine().TakeOutput());
   }

@@ -4,8 +4,12 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <deque>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -16,6 +20,7 @@
 #include "operations/dynamic_access.h"
 #include "plugin/korvo_plugin.h"
 #include "testing/host_session_test.h"
+#include "testing/stand_ins.h"
 
 class StanceDocumentTest : public HostSessionTest {
  protected:
@@ -23,6 +28,29 @@ class StanceDocumentTest : public HostSessionTest {
     ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
     doc_ = CTarsaStandIn::NewDocument();
     serial_ = doc_->RuntimeSerialNumber();
+  }
+  void TearDown() override {
+    for (const std::string& path : paths_) std::remove(path.c_str());
+    HostSessionTest::TearDown();
+  }
+
+  // A model file's path of this test's own; the file is removed when the test ends.
+  std::string ModelPath(const std::string& name = "model") {
+    paths_.push_back(testing::TempDir() + "korvo_" + name + "_" + std::to_string(getpid()) +
+                     ".tsm");
+    return paths_.back();
+  }
+  // Saves the document, this test's unless another is given, as a model file.
+  void SaveModel(const std::string& path, CTarsaDoc* doc = nullptr) {
+    std::wstring error;
+    ASSERT_TRUE(TsWriteModelFile(doc ? *doc : *doc_, path, error)) << ZK_wString(error).ToUtf8();
+  }
+  // Merges a model file into the document, or attaches it as a reference, as one undo step.
+  bool ReadModel(const std::string& path, bool reference = false) {
+    std::wstring error;
+    bool read = false;
+    Step([&] { read = TsReadModelFile(*doc_, path, !reference, reference, error); });
+    return read;
   }
 
   // How often StanceChanged was called for this test's document since the last call.
@@ -47,6 +75,13 @@ class StanceDocumentTest : public HostSessionTest {
   }
   ZK_UUID AddBox(TarsaObjectMode mode = TarsaObjectMode::normal) {
     return Add(new ZK_Box({1, 2, 3}, {4, 6, 8}), mode);
+  }
+  // A unit box built with construction history, which a restore never moves.
+  ZK_UUID AddBuilt() {
+    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}));
+    object->SetHistoryRecord(new CTarsaHistoryRecord(L"Loft"));
+    EXPECT_TRUE(doc_->AddObject(object));
+    return object->ModelObjectId();
   }
   ZK_UUID AddLight() {
     ZK_Light light;
@@ -81,6 +116,36 @@ class StanceDocumentTest : public HostSessionTest {
     return words + L"_Enter";
   }
   CKorvoDocData& Table() const { return *KorvoPlugIn().DocData(serial_); }
+  // Stances straight into the table, without objects, as they are found after their objects went.
+  void AddEntries(std::initializer_list<const wchar_t*> names) {
+    for (const wchar_t* name : names) {
+      ZK_UUID id;
+      ASSERT_TRUE(ZK_CreateUuid(id));
+      ASSERT_EQ(Table().Add(id, name), 1);
+    }
+  }
+  // The id of the stance of that name; nil when there is none.
+  ZK_UUID StanceId(const wchar_t* name) const {
+    const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
+    return stance ? stance->m_id : ZK_nil_uuid;
+  }
+  // The stances' names, in table order.
+  std::vector<std::wstring> Names() const {
+    std::vector<std::wstring> names;
+    for (int i = 0; i < Table().Count(); ++i) names.push_back(Table().m_entries[i]->m_name.Text());
+    return names;
+  }
+  // What the host gets as the objects of the stance of that name, in document order: none when
+  // there is no such stance. In this test's document unless another is given.
+  std::vector<ZK_UUID> Members(const wchar_t* name, CTarsaDoc* doc = nullptr) {
+    doc = doc ? doc : doc_;
+    std::vector<ZK_UUID> ids;
+    const auto* stance = KorvoPlugIn().DocData(doc->RuntimeSerialNumber())->FindByName(name);
+    ZK_SimpleArray<const CTarsaObject*> members;
+    if (stance == nullptr || !access_.GetStanceObjects(*doc, stance->m_id, members)) return ids;
+    for (int i = 0; i < members.Count(); ++i) ids.push_back(members[i]->ModelObjectId());
+    return ids;
+  }
   const CKorvoUserData* RecordOf(const ZK_UUID& id) const { return CKorvoUserData::Of(Object(id)); }
   // Where an object is: a geometry's points, or a light's location and the tip of its direction.
   std::vector<ZK_3dPoint> Placement(const ZK_UUID& id) const {
@@ -112,6 +177,16 @@ class StanceDocumentTest : public HostSessionTest {
   ZK_UUID Save(const wchar_t* name, const std::vector<ZK_UUID>& ids) {
     return access_.SaveStance(*doc_, name, Objects(ids));
   }
+  // The lines the user types at the command line's next prompts; Escape once they run out.
+  void Type(std::deque<std::wstring> lines) {
+    typed_ = std::move(lines);
+    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
+      if (typed_.empty()) return false;
+      line = typed_.front();
+      typed_.pop_front();
+      return true;
+    });
+  }
   // Runs `action` as one undo step, as a command would.
   template <class Action>
   void Step(Action&& action) {
@@ -123,4 +198,8 @@ class StanceDocumentTest : public HostSessionTest {
   CTarsaDoc* doc_ = nullptr;
   unsigned int serial_ = 0;
   CKorvoDynamicAccess access_;
+
+ private:
+  std::deque<std::wstring> typed_;
+  std::vector<std::string> paths_;
 };

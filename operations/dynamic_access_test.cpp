@@ -46,6 +46,26 @@ TEST_F(StanceCycleTest, RestoreBringsEveryKindOfObjectBackAfterSeveralMoves) {
   EXPECT_EQ(CTarsaStandIn::RegenCount(*doc_), regens + 1);
 }
 
+// The host's own update and append: each regenerates the views once.
+TEST_F(StanceCycleTest, UpdateTakesThePresentPlacementAndAppendAddsObjectsWhereTheyAre) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID point = Add(new ZK_Point({1, 1, 1}));
+  const ZK_UUID front = Save(L"Front", {box});
+  Move(box, kShift);
+  const int regens = CTarsaStandIn::RegenCount(*doc_);
+  EXPECT_TRUE(access_.UpdateStance(*doc_, front));
+  const auto updated = Placement(box);
+  EXPECT_TRUE(access_.AppendStance(*doc_, front, Objects({point, box})));
+  EXPECT_EQ(CTarsaStandIn::RegenCount(*doc_), regens + 2);
+  const auto appended = Placement(point);
+  Move(box, kTurn);
+  Move(point, kTurn);
+  access_.RestoreStance(*doc_, front);
+  ExpectNear(Placement(box), updated);
+  ExpectNear(Placement(point), appended);
+  EXPECT_EQ(Members(L"Front"), (std::vector<ZK_UUID>{box, point}));
+}
+
 TEST_F(StanceCycleTest, OnlyKnownStancesAreReadOrChanged) {
   const ZK_UUID box = AddBox();
   const ZK_UUID front = Save(L"Front", {box});

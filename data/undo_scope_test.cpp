@@ -25,4 +25,21 @@ TEST_F(UndoScopeTest, RecordsOnlyAChangeOfAnOpenDocument) {
   EXPECT_EQ(table->Count(), 0);
 }
 
+// The host drops the oldest steps when their memory passes its limit, so a step that changes the
+// table counts at least the entries of the snapshot it keeps.
+TEST_F(UndoScopeTest, AStepCountsTheMemoryOfItsSnapshot) {
+  const auto step_memory = [this](int stances) {
+    Table().RemoveAll();
+    for (int i = 0; i < stances; ++i) Save(std::to_wstring(i).c_str(), {});
+    const size_t before = CTarsaStandIn::UndoMemory(*doc_);
+    Step([&] {
+      CKorvoUndoScope scope(*doc_);
+      Table().RemoveAll();
+    });
+    return CTarsaStandIn::UndoMemory(*doc_) - before;
+  };
+  const size_t one = step_memory(1);
+  EXPECT_GE(step_memory(101) - one, 100 * (sizeof(CKorvoDocData::USER_DATA) + sizeof(void*)));
+}
+
 }  // namespace

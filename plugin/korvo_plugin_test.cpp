@@ -154,6 +154,7 @@ TEST_F(KorvoPlugInTest, AnUnreadableBlockIsKeptUntilTheStancesChange) {
       {"a name longer than the block", WithInt(block, count_at + 4 + 16, 1000)},
       {"bytes after the last stance", longer},
       {"a newer version", WithInt(block, 0, 1)},
+      {"an end inside the place holder", ModelFileBlocks::Bytes(block.begin(), block.begin() + 6)},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);

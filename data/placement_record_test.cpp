@@ -145,6 +145,8 @@ TEST_F(PlacementRecordTest, ReadRefusesANewerVersionUnreadAndKeepsTheEntriesRead
   const size_t header = 4 + 4 + 24 + 128 + 4;
   const size_t entry = 16 + 128;
   for (size_t cut = 0; cut < bytes.size(); ++cut) {
+    ZK_BinaryMemoryArchive limited(cut);  // a write that runs out of room says so
+    EXPECT_FALSE(record_->Write(limited)) << cut;
     ZK_BinaryMemoryArchive in(std::vector<unsigned char>(bytes.begin(), bytes.begin() + cut));
     CKorvoUserData read;
     EXPECT_FALSE(read.Read(in)) << cut;

@@ -54,41 +54,48 @@ TEST_F(StancesThroughCommandsTest, MovingObjectsTogetherLeavesEachInItsOwnStance
   EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{b});
 }
 
-// Deletes the first object picked, then moves the others by 0,0,1, within one command.
-class DeleteThenMoveCommand : public CTarsaCommand {
+// A host command of these tests: picks objects, then changes the document with them, all within
+// one command.
+class TestCommand : public CTarsaCommand {
  public:
-  ZK_UUID CommandId() const override {
-    return ZK_UuidFromString("B4058109-C0D2-4DE4-9F50-6172839405B6");
-  }
-  const wchar_t* EnglishCommandName() override { return L"DeleteThenMoveTest"; }
+  using Change = void (*)(CTarsaDoc& doc, const CTarsaGetObject& picked);
+  TestCommand(const char* id, const wchar_t* name, Change change)
+      : m_id(ZK_UuidFromString(id)), m_name(name), m_change(change) {}
+  ZK_UUID CommandId() const override { return m_id; }
+  const wchar_t* EnglishCommandName() override { return m_name; }
   result Execute(const CTarsaCommandContext& context) override {
     CTarsaGetObject get;
     get.SetCommandPrompt(L"Select objects");
     if (get.GetObjects(1, 0) != CTarsaGet::object) return cancel;
-    context.Document()->DeleteObject(get.Object(0));
-    for (int i = 1; i < get.ObjectCount(); ++i) {
-      context.Document()->TransformObject(get.Object(i), ZK_Xform::Translation(0, 0, 1));
-    }
+    m_change(*context.Document(), get);
     return success;
   }
-} theDeleteThenMoveCommand;
 
-// Deletes the objects picked, then adds two new points, within one command.
-class SplitCommand : public CTarsaCommand {
- public:
-  ZK_UUID CommandId() const override {
-    return ZK_UuidFromString("7A8B9C0D-1E2F-4A3B-8C4D-5E6F7A8B9C0D");
-  }
-  const wchar_t* EnglishCommandName() override { return L"SplitTest"; }
-  result Execute(const CTarsaCommandContext& context) override {
-    CTarsaGetObject get;
-    get.SetCommandPrompt(L"Select objects");
-    if (get.GetObjects(1, 0) != CTarsaGet::object) return cancel;
-    for (int i = 0; i < get.ObjectCount(); ++i) context.Document()->DeleteObject(get.Object(i));
-    for (int i = 0; i < 2; ++i) context.Document()->AddObject(new CTarsaObject(new ZK_Point()));
-    return success;
-  }
-} theSplitCommand;
+ private:
+  ZK_UUID m_id;
+  const wchar_t* m_name;
+  Change m_change;
+};
+
+// Deletes the first object picked, then moves the others by 0,0,1.
+TestCommand theDeleteThenMoveCommand("B4058109-C0D2-4DE4-9F50-6172839405B6", L"DeleteThenMoveTest",
+                                     [](CTarsaDoc& doc, const CTarsaGetObject& picked) {
+                                       doc.DeleteObject(picked.Object(0));
+                                       for (int i = 1; i < picked.ObjectCount(); ++i) {
+                                         doc.TransformObject(picked.Object(i),
+                                                             ZK_Xform::Translation(0, 0, 1));
+                                       }
+                                     });
+
+// Deletes the objects picked, then adds two new points.
+TestCommand theSplitCommand("7A8B9C0D-1E2F-4A3B-8C4D-5E6F7A8B9C0D", L"SplitTest",
+                            [](CTarsaDoc& doc, const CTarsaGetObject& picked) {
+                              for (int i = 0; i < picked.ObjectCount(); ++i) {
+                                doc.DeleteObject(picked.Object(i));
+                              }
+                              for (int i = 0; i < 2; ++i)
+                                doc.AddObject(new CTarsaObject(new ZK_Point()));
+                            });
 
 TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfAnObjectTakesThatObjectsStancesOnly) {
   const ZK_UUID plain = Add(Bent());

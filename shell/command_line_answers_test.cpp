@@ -12,15 +12,6 @@ namespace {
 // The user answers the panel's questions by typing lines at the prompts they show.
 class CommandLineAnswersTest : public HostSessionTest {
  protected:
-  void Type(std::deque<std::wstring> lines) {
-    typed_ = std::move(lines);
-    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
-      if (typed_.empty()) return false;
-      line = typed_.front();
-      typed_.pop_front();
-      return true;
-    });
-  }
   std::wstring Shown() { return CTarsaStandIn::CommandLine().TakeOutput(); }
   // The Stances panel's menu with a stance selected.
   HMENU Menu() {
@@ -37,7 +28,6 @@ class CommandLineAnswersTest : public HostSessionTest {
 
   CTarsaCommandLineAnswers answers_;
   CMenu menu_;
-  std::deque<std::wstring> typed_;
 };
 
 TEST_F(CommandLineAnswersTest, TheSaveDialogProposesItsTextAndEnterTakesIt) {

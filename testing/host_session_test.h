@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <string>
+
 #include "host/tarsa/standin/tarsa_standin.h"
 
 class HostSessionTest : public ::testing::Test {
@@ -18,4 +21,18 @@ class HostSessionTest : public ::testing::Test {
     EXPECT_EQ(output, L"") << "command-line output not read";
     CTarsaStandIn::Reset();
   }
+
+  // The lines the user types at the command line's next prompts; Escape once they run out.
+  void Type(std::deque<std::wstring> lines) {
+    typed_ = std::move(lines);
+    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
+      if (typed_.empty()) return false;
+      line = typed_.front();
+      typed_.pop_front();
+      return true;
+    });
+  }
+
+ private:
+  std::deque<std::wstring> typed_;
 };

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <deque>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -177,16 +176,6 @@ class StanceDocumentTest : public HostSessionTest {
   ZK_UUID Save(const wchar_t* name, const std::vector<ZK_UUID>& ids) {
     return access_.SaveStance(*doc_, name, Objects(ids));
   }
-  // The lines the user types at the command line's next prompts; Escape once they run out.
-  void Type(std::deque<std::wstring> lines) {
-    typed_ = std::move(lines);
-    CTarsaStandIn::CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
-      if (typed_.empty()) return false;
-      line = typed_.front();
-      typed_.pop_front();
-      return true;
-    });
-  }
   // Runs `action` as one undo step, as a command would.
   template <class Action>
   void Step(Action&& action) {
@@ -200,6 +189,5 @@ class StanceDocumentTest : public HostSessionTest {
   CKorvoDynamicAccess access_;
 
  private:
-  std::deque<std::wstring> typed_;
   std::vector<std::string> paths_;
 };

@@ -98,11 +98,20 @@ TEST_F(StancesPanelTest, OpeningTheTabMakesThePanelAndClosingDestroysIt) {
     EXPECT_NE(TsWindowObject(panel_->GetDlgItem(id)), nullptr) << id;
   }
   EXPECT_EQ(List().GetStyle() & 0xFFFF, 0x4399u);
+  // Each tool button's normal, highlighted and disabled pictures, at 16 pixels.
+  const std::vector<std::pair<int, std::vector<int>>> pictures = {
+      {1148, {1033, 1035, 1034}}, {1149, {1036, 1038, 1037}}, {2112, {1039, 1041, 1040}}};
   TsIconInfo icon;
+  for (const auto& [id, groups] : pictures) {
+    const auto* button = static_cast<CTsDialogToolButton*>(TsWindowObject(panel_->GetDlgItem(id)));
+    const HICON icons[] = {button->NormalIcon(), button->HighlightedIcon(), button->DisabledIcon()};
+    for (size_t i = 0; i < 3; ++i) {
+      ASSERT_TRUE(TsGetIconInfo(icons[i], &icon)) << id;
+      EXPECT_EQ(icon.group_id, groups[i]) << id;
+      EXPECT_EQ(icon.size, 16);
+    }
+  }
   const auto* select = static_cast<CTsDialogToolButton*>(TsWindowObject(panel_->GetDlgItem(1148)));
-  ASSERT_TRUE(TsGetIconInfo(select->DisabledIcon(), &icon));
-  EXPECT_EQ(icon.group_id, 1034);
-  EXPECT_EQ(icon.size, 16);
   EXPECT_EQ(select->ToolTip(), L"Select objects of stance");
   ASSERT_TRUE(TsGetIconInfo(panel_->Icon(256, 256), &icon));
   EXPECT_EQ(icon.group_id, 1021);

@@ -37,12 +37,24 @@ int CListCtrl::SortedPosition(const std::wstring& text) const {
   return static_cast<int>(after - m_items.begin());
 }
 
+void CListCtrl::SortPendingInserts() {
+  if (!m_inserts_pending) return;
+  m_inserts_pending = false;
+  // Inserted one by one, each item went after every item that sorts with or before it: a stable
+  // sort of the items in the order they came.
+  std::stable_sort(m_items.begin(), m_items.end(),
+                   [](const auto& a, const auto& b) { return CompareTexts(a->text, b->text) < 0; });
+}
+
 int CListCtrl::InsertItem(const LVITEMW& item) {
   if (GetSafeHwnd() == nullptr) return -1;
   auto inserted = std::make_unique<Item>();
   Assign(*inserted, item);
   int position = std::clamp(item.iItem, 0, GetItemCount());
-  if (GetStyle() & LVS_SORTASCENDING) position = SortedPosition(inserted->text);
+  if (GetStyle() & LVS_SORTASCENDING) {
+    position = m_redraw_off ? GetItemCount() : SortedPosition(inserted->text);
+    if (m_redraw_off) m_inserts_pending = true;
+  }
   m_items.insert(m_items.begin() + position, std::move(inserted));
   return position;
 }
@@ -122,7 +134,12 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
       return GetItemCount();
     case LVM_DELETEALLITEMS:
       m_items.clear();
+      m_inserts_pending = false;
       return 1;
+    case WM_SETREDRAW:
+      m_redraw_off = wparam == 0;
+      if (!m_redraw_off) SortPendingInserts();
+      return 0;
     case LVM_GETNEXTITEM:
       return GetNextItem(static_cast<int>(wparam), static_cast<UINT>(lparam));
     case LVM_SETCOLUMNWIDTH: {
@@ -135,6 +152,7 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case LVM_SORTITEMS: {
       const auto compare = reinterpret_cast<PFNLVCOMPARE>(lparam);
       if (compare == nullptr) return 0;
+      SortPendingInserts();
       const LPARAM parameter = static_cast<LPARAM>(wparam);
       std::stable_sort(m_items.begin(), m_items.end(), [&](const auto& a, const auto& b) {
         return compare(a->data, b->data, parameter) < 0;
@@ -148,5 +166,7 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void CListCtrl::OnWindowDestroyed() {
   m_items.clear();
+  m_redraw_off = false;
+  m_inserts_pending = false;
   m_column_width = 0;
 }

@@ -5,11 +5,13 @@
 
 namespace {
 
+wint_t Fold(wchar_t c) { return std::towlower(static_cast<wint_t>(c)); }
+
 int CompareTexts(const std::wstring& a, const std::wstring& b) {
   const size_t n = std::min(a.size(), b.size());
   for (size_t i = 0; i < n; ++i) {
-    const wint_t ca = std::towlower(static_cast<wint_t>(a[i]));
-    const wint_t cb = std::towlower(static_cast<wint_t>(b[i]));
+    const wint_t ca = Fold(a[i]);
+    const wint_t cb = Fold(b[i]);
     if (ca != cb) return ca < cb ? -1 : 1;
   }
   return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
@@ -41,9 +43,21 @@ void CListCtrl::SortPendingInserts() {
   if (!m_inserts_pending) return;
   m_inserts_pending = false;
   // Inserted one by one, each item went after every item that sorts with or before it: a stable
-  // sort of the items in the order they came.
-  std::stable_sort(m_items.begin(), m_items.end(),
-                   [](const auto& a, const auto& b) { return CompareTexts(a->text, b->text) < 0; });
+  // sort of the items in the order they came, by their texts folded as CompareTexts folds them,
+  // each folded once rather than at every comparison.
+  std::vector<std::vector<wint_t>> folded(m_items.size());
+  std::vector<size_t> order(m_items.size());
+  for (size_t i = 0; i < m_items.size(); ++i) {
+    order[i] = i;
+    for (wchar_t c : m_items[i]->text) folded[i].push_back(Fold(c));
+  }
+  std::stable_sort(order.begin(), order.end(), [&folded](size_t a, size_t b) {
+    return std::lexicographical_compare(folded[a].begin(), folded[a].end(), folded[b].begin(),
+                                        folded[b].end());
+  });
+  std::vector<std::unique_ptr<Item>> sorted(m_items.size());
+  for (size_t i = 0; i < order.size(); ++i) sorted[i] = std::move(m_items[order[i]]);
+  m_items.swap(sorted);
 }
 
 int CListCtrl::InsertItem(const LVITEMW& item) {
@@ -154,9 +168,14 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
       if (compare == nullptr) return 0;
       SortPendingInserts();
       const LPARAM parameter = static_cast<LPARAM>(wparam);
-      std::stable_sort(m_items.begin(), m_items.end(), [&](const auto& a, const auto& b) {
+      const auto before = [&](const auto& a, const auto& b) {
         return compare(a->data, b->data, parameter) < 0;
-      });
+      };
+      // A list in order already (a batch just placed by its texts) stays as it is, as a stable
+      // sort would leave it, after one comparison per item.
+      if (!std::is_sorted(m_items.begin(), m_items.end(), before)) {
+        std::stable_sort(m_items.begin(), m_items.end(), before);
+      }
       return 1;
     }
     default:

@@ -44,16 +44,20 @@ void CListCtrl::SortPendingInserts() {
   m_inserts_pending = false;
   // Inserted one by one, each item went after every item that sorts with or before it: a stable
   // sort of the items in the order they came, by their texts folded as CompareTexts folds them,
-  // each folded once rather than at every comparison.
-  std::vector<std::vector<wint_t>> folded(m_items.size());
+  // each folded once rather than at every comparison, into one buffer where item i's runs from
+  // start[i] to start[i + 1].
+  std::vector<size_t> start(m_items.size() + 1, 0);
+  for (size_t i = 0; i < m_items.size(); ++i) start[i + 1] = start[i] + m_items[i]->text.size();
+  std::vector<wint_t> folded(start.back());
   std::vector<size_t> order(m_items.size());
   for (size_t i = 0; i < m_items.size(); ++i) {
     order[i] = i;
-    for (wchar_t c : m_items[i]->text) folded[i].push_back(Fold(c));
+    std::transform(m_items[i]->text.begin(), m_items[i]->text.end(), folded.begin() + start[i],
+                   Fold);
   }
-  std::stable_sort(order.begin(), order.end(), [&folded](size_t a, size_t b) {
-    return std::lexicographical_compare(folded[a].begin(), folded[a].end(), folded[b].begin(),
-                                        folded[b].end());
+  std::stable_sort(order.begin(), order.end(), [&folded, &start](size_t a, size_t b) {
+    return std::lexicographical_compare(folded.begin() + start[a], folded.begin() + start[a + 1],
+                                        folded.begin() + start[b], folded.begin() + start[b + 1]);
   });
   std::vector<std::unique_ptr<Item>> sorted(m_items.size());
   for (size_t i = 0; i < order.size(); ++i) sorted[i] = std::move(m_items[order[i]]);

@@ -221,7 +221,7 @@ std::vector<std::string> SelectedInstances(const std::regex& wanted) {
 }
 
 void PrintTable(const Times& times) {
-  std::printf("\n%-72s %8s %7s %5s\n", "What (operation / baseline)", "size", "ratio", "goal");
+  std::printf("\n%-84s %8s %7s %5s\n", "What (operation / baseline)", "size", "ratio", "goal");
   for (const RatioRow& row : Rows()) {
     const auto measured = times.find(row.m_measured);
     const auto baseline = times.find(row.m_baseline);
@@ -230,7 +230,7 @@ void PrintTable(const Times& times) {
       const auto base = baseline->second.find(size);
       if (base == baseline->second.end() || base->second <= 0) continue;
       const double ratio = seconds / base->second;
-      std::printf("%-72s %8s %7.2f %5.2f%s\n", row.m_what, size.c_str(), ratio, row.m_goal,
+      std::printf("%-84s %8s %7.2f %5.2f%s\n", row.m_what, size.c_str(), ratio, row.m_goal,
                   ratio <= row.m_goal ? "" : "  over");
     }
   }

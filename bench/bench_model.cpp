@@ -41,6 +41,10 @@ BenchModel::BenchModel(int objects, int stances, int entries)
   if (stances > 0) m_all = ids[0];
   for (int i = 0; i < objects; ++i) {
     auto* object = new CTarsaObject(new ZK_Point({double(i), 0, 0}));
+    if (entries == 0) {
+      m_doc->AddObject(object);
+      continue;
+    }
     auto* record = new CKorvoUserData();
     record->Add(m_all, ZK_Xform());
     for (int k = 1; k < entries && stances > 1; ++k) {

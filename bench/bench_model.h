@@ -20,7 +20,8 @@ void CloseBenchDocument(unsigned int serial_number);
 class BenchModel {
  public:
   // A new active document of `objects` points in `stances` stances ("All" first), each object
-  // carrying `entries` of them. The document belongs to the host; Close() closes it.
+  // carrying `entries` of them; with 0 entries the objects carry no record (the bare objects a
+  // baseline works on). The document belongs to the host; the destructor closes it.
   BenchModel(int objects, int stances, int entries);
   ~BenchModel();
   BenchModel(const BenchModel&) = delete;

@@ -1,5 +1,6 @@
-// The Stances panel with many stances: a full rebuild of its list against the host filling and
-// sorting a list of the same names, and the save dialog's proposed name, when every "Position
+// The Stances panel with many stances: a full rebuild of its list against the host filling a list
+// of the same names it sorted once, the same rebuild with objects that carry the stances (what
+// the marks of matched stances add), and the save dialog's proposed name, when every "Position
 // %02d" name up to the count is taken, against formatting every name it tries.
 #include <benchmark/benchmark.h>
 
@@ -9,8 +10,11 @@
 #include <vector>
 
 #include "bench/ratio_table.h"
+#include "bench/timed.h"
+#include "data/placement_record.h"
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_localize.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
 #include "panel/panel_actions.h"
 #include "panel/stances_panel.h"
 #include "plugin/korvo_plugin.h"
@@ -21,6 +25,8 @@ void Sizes(benchmark::internal::Benchmark* b) {
   b->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 }
 
+void RebuildSizes(benchmark::internal::Benchmark* b) { Sizes(b->Arg(100000)); }
+
 std::wstring PoseName(int n) { return L"Pose " + std::to_wstring(n) + L" of the model"; }
 
 std::wstring PositionName(int n) {
@@ -30,8 +36,9 @@ std::wstring PositionName(int n) {
 }
 
 // A new active document whose table holds `count` stances named by `name_of`, in a shuffled
-// order; the caller closes it.
-CTarsaDoc& DocumentWithStances(int count, std::wstring (*name_of)(int)) {
+// order, and, when `carried`, as many points, each carrying three of them in turn, so that every
+// stance has members; the caller closes it.
+CTarsaDoc& DocumentWithStances(int count, std::wstring (*name_of)(int), bool carried = false) {
   CTarsaDoc* doc = CTarsaStandIn::NewDocument();
   std::vector<int> order(static_cast<size_t>(count));
   for (int i = 0; i < count; ++i) order[static_cast<size_t>(i)] = i + 1;
@@ -42,55 +49,73 @@ CTarsaDoc& DocumentWithStances(int count, std::wstring (*name_of)(int)) {
     ZK_CreateUuid(id);
     table.m_entries.Add(new CKorvoDocData::USER_DATA{id, name_of(n).c_str()});
   }
+  for (int i = 0; carried && i < count; ++i) {
+    auto* object = new CTarsaObject(new ZK_Point({double(i), 0, 0}));
+    auto* record = new CKorvoUserData();
+    for (int k = 0; k < 3; ++k) record->Add(table.m_entries[(i + k) % count]->m_id, ZK_Xform());
+    object->AttachGeometryUserData(record);
+    doc->AddObject(object);
+  }
   return *doc;
 }
 
-void BM_PanelRebuild(benchmark::State& state) {
+// Rebuilds the panel's list of a document with `count` stances, carried by objects or not.
+void RebuildPanel(benchmark::State& state, bool carried) {
   const unsigned int panel_doc =
-      DocumentWithStances(static_cast<int>(state.range(0)), &PoseName).RuntimeSerialNumber();
+      DocumentWithStances(static_cast<int>(state.range(0)), &PoseName, carried)
+          .RuntimeSerialNumber();
   TarsaUiOpenDockbarTab(g_stances_panel_tab_id);
   CTsStancesManagerDlg& panel = *g_pStancesPanel;
   if (panel.List().GetItemCount() != state.range(0)) state.SkipWithError("the list is not full");
+  const UINT marked = INDEXTOSTATEIMAGEMASK(CTsStancesManagerDlg::matches_state_image);
+  if (carried && panel.List().GetItemState(0, LVIS_STATEIMAGEMASK) != marked) {
+    state.SkipWithError("a matched stance is not marked");
+  }
   for (auto _ : state) {
     panel.ListCaptions().Empty();  // the next request finds a change
-    panel.RebuildListIfChanged();
+    Timed([&] { panel.RebuildListIfChanged(); });
   }
   TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
   CTarsaStandIn::CloseDocument(panel_doc);
 }
-BENCHMARK(BM_PanelRebuild)->Apply(Sizes);
 
-std::vector<std::wstring> g_sorted_names;
-int CompareNames(LPARAM a, LPARAM b, LPARAM) {
-  return ZK_wString(g_sorted_names[static_cast<size_t>(a)].c_str())
-      .CompareNoCase(g_sorted_names[static_cast<size_t>(b)].c_str());
-}
+void BM_PanelRebuild(benchmark::State& state) { RebuildPanel(state, false); }
+BENCHMARK(BM_PanelRebuild)->Apply(RebuildSizes);
 
-// The host filling a sorted list with the same names, and sorting it by them.
-void BM_FillAndSortList(benchmark::State& state) {
+void BM_PanelRebuildCarried(benchmark::State& state) { RebuildPanel(state, true); }
+BENCHMARK(BM_PanelRebuildCarried)->Apply(Sizes);
+
+// The host filling a sorted list with the same names, which it sorted once beforehand, in order:
+// each lands at the end.
+void BM_FillListSortedOnce(benchmark::State& state) {
   CTarsaDoc& doc = DocumentWithStances(static_cast<int>(state.range(0)), &PoseName);
-  CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
-  g_sorted_names.clear();
-  for (int i = 0; i < table.Count(); ++i)
-    g_sorted_names.push_back(table.m_entries[i]->m_name.Text());
+  const CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
+  std::vector<ZK_wString> names;
+  for (int i = 0; i < table.Count(); ++i) names.push_back(table.m_entries[i]->m_name);
   CWnd parent;
   parent.Create(L"Parent", WS_VISIBLE, RECT{0, 0, 200, 400}, nullptr, 0);
   CListCtrl list;
   list.Create(WC_LISTVIEWW, WS_CHILD | LVS_REPORT | LVS_SORTASCENDING, RECT{0, 0, 200, 400},
               &parent, 1);
   for (auto _ : state) {
-    list.SendMessage(LVM_DELETEALLITEMS);
-    for (int i = 0; i < table.Count(); ++i) {
-      const int item =
-          list.InsertItem(LVIF_TEXT, i, g_sorted_names[static_cast<size_t>(i)].c_str(), 0, 0, 0, 0);
-      list.SetItem(item, 0, LVIF_PARAM, nullptr, 0, 0, 0, i);
-    }
-    list.SendMessage(LVM_SORTITEMS, 0, reinterpret_cast<LPARAM>(&CompareNames));
+    Timed([&] {
+      list.SendMessage(LVM_DELETEALLITEMS);
+      std::vector<int> order(names.size());
+      for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
+      std::sort(order.begin(), order.end(), [&names](int a, int b) {
+        return names[static_cast<size_t>(a)].CompareNoCase(names[static_cast<size_t>(b)]) < 0;
+      });
+      for (int i : order) {
+        const int item =
+            list.InsertItem(LVIF_TEXT, i, names[static_cast<size_t>(i)].Array(), 0, 0, 0, 0);
+        list.SetItem(item, 0, LVIF_PARAM, nullptr, 0, 0, 0, i);
+      }
+    });
   }
   if (list.GetItemCount() != state.range(0)) state.SkipWithError("the list is not full");
   CTarsaStandIn::CloseDocument(doc.RuntimeSerialNumber());
 }
-BENCHMARK(BM_FillAndSortList)->Apply(Sizes);
+BENCHMARK(BM_FillListSortedOnce)->Apply(RebuildSizes);
 
 void BM_NewStanceName(benchmark::State& state) {
   CTarsaDoc& doc = DocumentWithStances(static_cast<int>(state.range(0)), &PositionName);
@@ -117,8 +142,10 @@ void BM_FormatCandidates(benchmark::State& state) {
 }
 BENCHMARK(BM_FormatCandidates)->Apply(Sizes);
 
-KORVO_RATIO_ROW("Panel list rebuild / the host filling and sorting a list of the names",
-                "BM_PanelRebuild", "BM_FillAndSortList", 1.50);
+KORVO_RATIO_ROW("Panel list rebuild / the host filling a list of the names it sorted once",
+                "BM_PanelRebuild", "BM_FillListSortedOnce", 1.50);
+KORVO_RATIO_ROW("Panel list rebuild, stances carried by objects / carried by none (the marks)",
+                "BM_PanelRebuildCarried", "BM_PanelRebuild", 1.10);
 // Beside the formatting, the proposal folds every stance's name and every candidate and looks
 // each candidate up: about two formattings' worth more.
 KORVO_RATIO_ROW("Proposed save name, all numbers taken / formatting every candidate",

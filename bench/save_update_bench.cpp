@@ -4,6 +4,7 @@
 
 #include "bench/bench_model.h"
 #include "bench/ratio_table.h"
+#include "bench/timed.h"
 #include "data/placement_record.h"
 #include "data/stance_table.h"
 #include "host/tarsa/standin/tarsa_standin.h"
@@ -53,7 +54,7 @@ void BM_SaveByHostAccess(benchmark::State& state) {
     Forget(model, L"Saved");
     const ZK_SimpleArray<const CTarsaObject*> objects = model.Objects();
     state.ResumeTiming();
-    access.SaveStance(model.Doc(), L"Saved", objects);
+    Timed([&] { access.SaveStance(model.Doc(), L"Saved", objects); });
   }
   CheckSaved(state, model, L"Saved");
 }
@@ -63,7 +64,7 @@ void BM_UpdateByHostAccess(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
   CKorvoDynamicAccess access;
   for (auto _ : state) {
-    access.UpdateStance(model.Doc(), model.All());
+    Timed([&] { access.UpdateStance(model.Doc(), model.All()); });
     state.PauseTiming();
     CTarsaStandIn::ClearUndo(model.Doc());
     state.ResumeTiming();
@@ -79,30 +80,46 @@ void BM_SaveFlowPreSelected(benchmark::State& state) {
     const ZK_SimpleArray<const CTarsaObject*> objects = model.Objects();
     for (int i = 0; i < objects.Count(); ++i) objects[i]->Select(true);
     state.ResumeTiming();
-    CTarsaStandIn::CommandLine().RunScript(L"-_Stance _Save \"Saved\" _Enter", 0);
+    Timed([&] { CTarsaStandIn::CommandLine().RunScript(L"-_Stance _Save \"Saved\" _Enter", 0); });
   }
   CheckSaved(state, model, L"Saved");
 }
 BENCHMARK(BM_SaveFlowPreSelected)->Apply(ModelSizes);
 
-// The host rewriting every object once, as a save or an update must.
-void BM_DuplicateAndReplace(benchmark::State& state) {
-  BenchModel model(static_cast<int>(state.range(0)), kStances, kEntries);
+// The host rewriting every object once, as a save or an update must: objects that carry
+// `entries` stances each, or no record with 0.
+void DuplicateAndReplaceEveryObject(benchmark::State& state, int entries) {
+  BenchModel model(static_cast<int>(state.range(0)), kStances, entries);
   for (auto _ : state) {
     state.PauseTiming();
     CTarsaStandIn::ClearUndo(model.Doc());
     const ZK_SimpleArray<const CTarsaObject*> objects = model.Objects();
     state.ResumeTiming();
-    DuplicateAndReplace(model.Doc(), objects);
+    Timed([&] { DuplicateAndReplace(model.Doc(), objects); });
   }
+}
+
+void BM_DuplicateAndReplace(benchmark::State& state) {
+  DuplicateAndReplaceEveryObject(state, kEntries);
 }
 BENCHMARK(BM_DuplicateAndReplace)->Apply(ModelSizes);
 
-KORVO_RATIO_ROW("Save of N objects, host access / host's duplicate-and-replace loop",
+void BM_DuplicateAndReplaceBare(benchmark::State& state) {
+  DuplicateAndReplaceEveryObject(state, 0);
+}
+BENCHMARK(BM_DuplicateAndReplaceBare)->Apply(ModelSizes);
+
+KORVO_RATIO_ROW("Save of N objects, host access / the host rewriting them without records",
+                "BM_SaveByHostAccess", "BM_DuplicateAndReplaceBare", 1.50);
+KORVO_RATIO_ROW("Update of N objects, host access / the host rewriting them without records",
+                "BM_UpdateByHostAccess", "BM_DuplicateAndReplaceBare", 1.50);
+KORVO_RATIO_ROW("Stance command's Save, N pre-selected / the host rewriting them without records",
+                "BM_SaveFlowPreSelected", "BM_DuplicateAndReplaceBare", 1.50);
+KORVO_RATIO_ROW("Save of N objects, host access / the host rewriting them, records and all",
                 "BM_SaveByHostAccess", "BM_DuplicateAndReplace", 1.10);
-KORVO_RATIO_ROW("Update of N objects, host access / host's duplicate-and-replace loop",
+KORVO_RATIO_ROW("Update of N objects, host access / the host rewriting them, records and all",
                 "BM_UpdateByHostAccess", "BM_DuplicateAndReplace", 1.10);
-KORVO_RATIO_ROW("Stance command's Save, N pre-selected / host's duplicate-and-replace loop",
+KORVO_RATIO_ROW("Stance command's Save, N pre-selected / the host rewriting them, records and all",
                 "BM_SaveFlowPreSelected", "BM_DuplicateAndReplace", 1.20);
 
 }  // namespace

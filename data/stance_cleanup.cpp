@@ -8,6 +8,27 @@
 #include "operations/object_wrapper.h"
 #include "plugin/korvo_plugin.h"
 
+namespace {
+
+// Drops the record's entries whose stance `known` does not hold, keeping the others in order, and
+// strikes each kept entry's stance from `unreferenced` when one is given: every entry is read
+// once, and the record is written to only from its first dropped entry on.
+void KeepKnownEntries(CKorvoUserData& record, const CKorvoStanceIdSet& known,
+                      CKorvoStanceIdSet* unreferenced) {
+  INT_PTR kept = 0;
+  const INT_PTR count = record.m_entries.GetSize();
+  for (INT_PTR i = 0; i < count; ++i) {
+    CKorvoUserData::USER_DATA* entry = record.m_entries[i];
+    if (!known.Contains(entry->m_id)) continue;
+    if (unreferenced && !unreferenced->IsEmpty()) unreferenced->Erase(entry->m_id);
+    if (kept != i) record.m_entries[kept] = entry;
+    ++kept;
+  }
+  if (kept != count) record.m_entries.SetSize(kept);
+}
+
+}  // namespace
+
 void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
   if (Count() == 0) return;
   CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(m_doc_serial_number);
@@ -24,6 +45,22 @@ void CKorvoDocData::RemoveUnusedStances(bool announce_each) {
       unreferenced.Erase(record->m_entries[i]->m_id);
     }
   }
+  RemoveStances(unreferenced, announce_each);
+}
+
+void CKorvoDocData::RemoveStaleEntriesAndUnusedStances(CTarsaDoc& doc) {
+  const CKorvoStanceIdSet known = Ids();
+  CKorvoStanceIdSet unreferenced = known;
+  CKorvoEveryObjectIterator it(doc);
+  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+    if (CKorvoUserData* record = CKorvoUserData::Of(object)) {
+      KeepKnownEntries(*record, known, &unreferenced);
+    }
+  }
+  if (Count() != 0) RemoveStances(unreferenced, true);
+}
+
+void CKorvoDocData::RemoveStances(const CKorvoStanceIdSet& unreferenced, bool announce_each) {
   const auto unused = [&unreferenced](const USER_DATA* entry) {
     return !ZK_UuidIsNil(entry->m_id) && unreferenced.Contains(entry->m_id);
   };
@@ -52,9 +89,5 @@ void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {
 }
 
 void CKorvoUserData::RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known) {
-  INT_PTR kept = 0;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (known.Contains(m_entries[i]->m_id)) m_entries[kept++] = m_entries[i];
-  }
-  m_entries.SetSize(kept);
+  KeepKnownEntries(*this, known, nullptr);
 }

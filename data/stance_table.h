@@ -19,6 +19,7 @@
 #include "host/zefkit/zk_uuid.h"
 
 class CKorvoUndoScope;
+class CTarsaDoc;
 
 class CKorvoDocData {
  public:
@@ -70,6 +71,10 @@ class CKorvoDocData {
   // document refers to; each removal is announced when `announce_each`, else the caller announces
   // once. Nothing happens for an empty table or a document that no longer exists.
   void RemoveUnusedStances(bool announce_each = true);
+  // The clean-up at the end of an open of `doc`, whose table this is: drops the record entries
+  // whose stance the table does not know, then removes, as RemoveUnusedStances does, each
+  // stance no entry is left for, announcing each; one visit that reads every entry once.
+  void RemoveStaleEntriesAndUnusedStances(CTarsaDoc& doc);
 
   // The table's own enumeration over m_cursor: FirstEntry starts a walk (null for an empty
   // table, leaving m_cursor as it is), NextEntry advances it (null at the end). One walk of a
@@ -113,6 +118,10 @@ class CKorvoDocData {
   // block too, and the others copies of that table. True when the entries were handed over: the
   // table no longer owns them, and must drop or replace every pointer it holds.
   bool HandEntriesToSnapshots();
+
+  // Removes, in table order, every stance of `unreferenced` but a nil id, announcing each removal
+  // when `announce_each`.
+  void RemoveStances(const CKorvoStanceIdSet& unreferenced, bool announce_each);
 
   bool InBlock(const USER_DATA* entry) const;
   // Deletes an entry the table no longer lists; one in the block only gives up its name, and its

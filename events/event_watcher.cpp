@@ -1,5 +1,8 @@
 #include "events/event_watcher.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "data/undo_scope.h"
 #include "host/tarsa/tarsa_app.h"
 #include "panel/stances_panel.h"
@@ -71,7 +74,15 @@ void CKorvoEventWatcher::OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) {
     m_command_record->NoteDeletedObject(doc, object);
     return;
   }
-  if (CKorvoUserData::Of(&object) != nullptr) RemoveUnusedStancesUndoably(doc, true);
+  if (CKorvoUserData::Of(&object) == nullptr) return;
+  if (!doc.UndoRecordingIsActive()) {
+    RemoveUnusedStancesUndoably(doc, true);
+    return;
+  }
+  // A script or another plug-in deleting many objects one at a time sweeps the document once.
+  const unsigned int serial = doc.RuntimeSerialNumber();
+  std::vector<unsigned int>& asked = m_removals_at_step_end;
+  if (std::find(asked.begin(), asked.end(), serial) == asked.end()) asked.push_back(serial);
 }
 
 void CKorvoEventWatcher::OnAddObject(CTarsaDoc& doc, CTarsaObject& object) {
@@ -97,6 +108,16 @@ void CKorvoEventWatcher::OnAddObject(CTarsaDoc& doc, CTarsaObject& object) {
 }
 
 void CKorvoEventWatcher::UndoEvent(undo_event event, unsigned int, const CTarsaCommand*) {
+  if (event == end_recording) {
+    const std::vector<unsigned int> removals = std::move(m_removals_at_step_end);
+    m_removals_at_step_end.clear();
+    for (unsigned int serial : removals) {
+      if (CTarsaDoc* doc = CTarsaDoc::FromRuntimeSerialNumber(serial)) {
+        RemoveUnusedStancesUndoably(*doc, true);
+      }
+    }
+    return;
+  }
   if (event != end_undo && event != end_redo) return;
   CTarsaDoc* doc = TarsaApp().ObsoleteActiveDoc();
   ScheduleStancesPanelRebuild();

@@ -5,6 +5,8 @@
 // plug-in pauses it around the object replacements it makes itself.
 #pragma once
 
+#include <vector>
+
 #include "events/command_record.h"
 #include "events/open_doc_stack.h"
 #include "host/tarsa/tarsa_event_watcher.h"
@@ -36,14 +38,17 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
   // a command adds may receive the record of an object it deletes. Nothing while the host undoes
   // or redoes.
   void OnAddObject(CTarsaDoc& doc, CTarsaObject& object) override;
-  // Deleting a stance object removes the stances no object carries any more, undoably: at once
-  // outside a command, at its end inside one. Nothing for a replacement or while the host undoes
-  // or redoes.
+  // Deleting a stance object removes the stances no object carries any more, undoably, once for
+  // many deletions: at a command's end inside one; outside a command at the end of the undo step
+  // the deletion is part of, as one undo record that joins it, announcing each stance removed and
+  // then the removal; at once when no step is being recorded. Nothing for a replacement or while
+  // the host undoes or redoes.
   void OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
   void OnReplaceObject(CTarsaDoc& doc, CTarsaObject& old_object, CTarsaObject& new_object) override;
   // An undeleted object comes back with its record; stances return only through undo records.
   void OnUnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
-  // After an undo or a redo the panel and the host are told that stances may have changed.
+  // After an undo or a redo the panel and the host are told that stances may have changed; at
+  // the end of a recorded step the removals its deletions asked for run.
   void UndoEvent(undo_event event, unsigned int undo_record_serial_number,
                  const CTarsaCommand* command) override;
   // Merges the stance table of a file being merged or referenced, read from `archive`, into the
@@ -55,6 +60,9 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
   CKorvoOpenDocStack m_open_stack;
   bool m_cleanup_requested = false;
   CTarsaObject* m_replaced_object = nullptr;  // the old object of an unfinished replacement
+  // The documents in which a stance object was deleted outside a command during the undo step
+  // being recorded, each once, in order.
+  std::vector<unsigned int> m_removals_at_step_end;
 
  private:
   // Runs the removals the command record asks for, then destroys it.

@@ -9,7 +9,6 @@
 #include "data/undo_scope.h"
 #include "events/event_watcher.h"
 #include "events/imported_name.h"
-#include "operations/every_object_iterator.h"
 #include "operations/object_wrapper.h"
 #include "plugin/korvo_plugin.h"
 
@@ -62,14 +61,7 @@ void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool,
     m_open_stack.Pop();
   }
   if (!m_cleanup_requested) return;
-  CKorvoDocData& table = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
-  const CKorvoStanceIdSet known = table.Ids();
-  CKorvoEveryObjectIterator it(doc);
-  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-    auto* record = CKorvoUserData::Of(object);
-    if (record) record->RemoveEntriesWithoutStance(known);
-  }
-  table.RemoveUnusedStances();
+  KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->RemoveStaleEntriesAndUnusedStances(doc);
 }
 
 void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive) {

@@ -247,16 +247,26 @@ TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommands
   On(L"Delete", {Add(Segment())});
   EXPECT_EQ(TakeStanceChanges(), 0) << "an object without a record changes no table";
 
-  // Outside any command the removal comes at the deletion, each stance removed told to the host.
-  SaveStance(L"R", {c});
+  // Outside a command, objects deleted one at a time in one step (a script's, another
+  // plug-in's) have the removal at the step's end, each stance removed told to the host.
+  const ZK_UUID d = Add(Segment());
+  SaveStance(L"R", {c, d});
   SaveStance(L"S", {c});
   TakeStanceChanges();
   Step([&] {
     doc_->DeleteObject(CTarsaObjRef(Object(c)));
-    EXPECT_EQ(StanceId(L"R"), ZK_nil_uuid);
+    doc_->DeleteObject(CTarsaObjRef(Object(d)));
   });
   EXPECT_EQ(Table().Count(), 0);
-  EXPECT_EQ(TakeStanceChanges(), 3) << "R, S, then the deletion's own notice";
+  EXPECT_EQ(TakeStanceChanges(), 3) << "R, S, then the removal's own notice";
+  Undo();
+  EXPECT_EQ(Members(L"R"), (std::vector<ZK_UUID>{c, d})) << "deletions and removal are one step";
+  EXPECT_EQ(Table().Count(), 2);
+
+  // With no step being recorded, the removal comes at the deletion.
+  doc_->DeleteObject(CTarsaObjRef(Object(c)));
+  EXPECT_EQ(StanceId(L"S"), ZK_nil_uuid);
+  EXPECT_EQ(Members(L"R"), std::vector<ZK_UUID>{d});
 }
 
 TEST_F(StancesThroughCommandsTest, UndoingAnImportGivesBackTheTableAsItWas) {

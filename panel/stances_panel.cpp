@@ -93,6 +93,8 @@ void CTsStancesManagerDlg::FillList() {
   CKorvoDocData* table = Table();
   if (table == nullptr) return;
   CListCtrl& list = List();
+  // With redraw off the sorted list takes the names as a batch, in one sort.
+  list.SendMessage(WM_SETREDRAW, FALSE);
   for (int i = 0; i < table->Count(); ++i) {
     const ZK_wString& name = table->m_entries[i]->m_name;
     const int item = list.InsertItem(LVIF_TEXT | LVIF_IMAGE, i, name, 0, 0, 0, 0);
@@ -101,6 +103,7 @@ void CTsStancesManagerDlg::FillList() {
   }
   list.SendMessage(LVM_SORTITEMS, Document()->RuntimeSerialNumber(),
                    reinterpret_cast<LPARAM>(&CompareListItems));
+  list.SendMessage(WM_SETREDRAW, TRUE);
   MarkMatchedStances();
 }
 

@@ -5,11 +5,13 @@
 
 namespace {
 
+wint_t Fold(wchar_t c) { return std::towlower(static_cast<wint_t>(c)); }
+
 int CompareTexts(const std::wstring& a, const std::wstring& b) {
   const size_t n = std::min(a.size(), b.size());
   for (size_t i = 0; i < n; ++i) {
-    const wint_t ca = std::towlower(static_cast<wint_t>(a[i]));
-    const wint_t cb = std::towlower(static_cast<wint_t>(b[i]));
+    const wint_t ca = Fold(a[i]);
+    const wint_t cb = Fold(b[i]);
     if (ca != cb) return ca < cb ? -1 : 1;
   }
   return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
@@ -37,12 +39,40 @@ int CListCtrl::SortedPosition(const std::wstring& text) const {
   return static_cast<int>(after - m_items.begin());
 }
 
+void CListCtrl::SortPendingInserts() {
+  if (!m_inserts_pending) return;
+  m_inserts_pending = false;
+  // Inserted one by one, each item went after every item that sorts with or before it: a stable
+  // sort of the items in the order they came, by their texts folded as CompareTexts folds them,
+  // each folded once rather than at every comparison, into one buffer where item i's runs from
+  // start[i] to start[i + 1].
+  std::vector<size_t> start(m_items.size() + 1, 0);
+  for (size_t i = 0; i < m_items.size(); ++i) start[i + 1] = start[i] + m_items[i]->text.size();
+  std::vector<wint_t> folded(start.back());
+  std::vector<size_t> order(m_items.size());
+  for (size_t i = 0; i < m_items.size(); ++i) {
+    order[i] = i;
+    std::transform(m_items[i]->text.begin(), m_items[i]->text.end(), folded.begin() + start[i],
+                   Fold);
+  }
+  std::stable_sort(order.begin(), order.end(), [&folded, &start](size_t a, size_t b) {
+    return std::lexicographical_compare(folded.begin() + start[a], folded.begin() + start[a + 1],
+                                        folded.begin() + start[b], folded.begin() + start[b + 1]);
+  });
+  std::vector<std::unique_ptr<Item>> sorted(m_items.size());
+  for (size_t i = 0; i < order.size(); ++i) sorted[i] = std::move(m_items[order[i]]);
+  m_items.swap(sorted);
+}
+
 int CListCtrl::InsertItem(const LVITEMW& item) {
   if (GetSafeHwnd() == nullptr) return -1;
   auto inserted = std::make_unique<Item>();
   Assign(*inserted, item);
   int position = std::clamp(item.iItem, 0, GetItemCount());
-  if (GetStyle() & LVS_SORTASCENDING) position = SortedPosition(inserted->text);
+  if (GetStyle() & LVS_SORTASCENDING) {
+    position = m_redraw_off ? GetItemCount() : SortedPosition(inserted->text);
+    if (m_redraw_off) m_inserts_pending = true;
+  }
   m_items.insert(m_items.begin() + position, std::move(inserted));
   return position;
 }
@@ -122,7 +152,12 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
       return GetItemCount();
     case LVM_DELETEALLITEMS:
       m_items.clear();
+      m_inserts_pending = false;
       return 1;
+    case WM_SETREDRAW:
+      m_redraw_off = wparam == 0;
+      if (!m_redraw_off) SortPendingInserts();
+      return 0;
     case LVM_GETNEXTITEM:
       return GetNextItem(static_cast<int>(wparam), static_cast<UINT>(lparam));
     case LVM_SETCOLUMNWIDTH: {
@@ -135,10 +170,16 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case LVM_SORTITEMS: {
       const auto compare = reinterpret_cast<PFNLVCOMPARE>(lparam);
       if (compare == nullptr) return 0;
+      SortPendingInserts();
       const LPARAM parameter = static_cast<LPARAM>(wparam);
-      std::stable_sort(m_items.begin(), m_items.end(), [&](const auto& a, const auto& b) {
+      const auto before = [&](const auto& a, const auto& b) {
         return compare(a->data, b->data, parameter) < 0;
-      });
+      };
+      // A list in order already (a batch just placed by its texts) stays as it is, as a stable
+      // sort would leave it, after one comparison per item.
+      if (!std::is_sorted(m_items.begin(), m_items.end(), before)) {
+        std::stable_sort(m_items.begin(), m_items.end(), before);
+      }
       return 1;
     }
     default:
@@ -148,5 +189,7 @@ LRESULT CListCtrl::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void CListCtrl::OnWindowDestroyed() {
   m_items.clear();
+  m_redraw_off = false;
+  m_inserts_pending = false;
   m_column_width = 0;
 }

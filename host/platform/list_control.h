@@ -3,6 +3,11 @@
 // attached to the control's window. A list with the ascending-sort style places each inserted
 // item by its text, ignoring letter case; LVM_SORTITEMS reorders the items with a comparison
 // the caller gives. Only the report view's first column is kept.
+//
+// While its redraw is off (WM_SETREDRAW with FALSE), a sorted list appends what is inserted and
+// places the whole batch in one sort when redraw comes back on, or before LVM_SORTITEMS: the
+// order is the one the items would have had inserted one by one, at a sort's cost rather than a
+// move of the items behind each insert.
 #pragma once
 
 #include <memory>
@@ -38,7 +43,8 @@ constexpr UINT INDEXTOSTATEIMAGEMASK(UINT index) { return index << 12; }
 constexpr UINT LVNI_ALL = 0x0000;
 constexpr UINT LVNI_SELECTED = 0x0002;
 
-// Messages.
+// Messages. WM_SETREDRAW: wparam FALSE turns redraw off, TRUE back on.
+constexpr UINT WM_SETREDRAW = 0x000B;
 constexpr UINT LVM_FIRST = 0x1000;
 constexpr UINT LVM_GETITEMCOUNT = LVM_FIRST + 4;
 constexpr UINT LVM_DELETEALLITEMS = LVM_FIRST + 9;
@@ -69,7 +75,7 @@ struct LVITEMW {
 class CListCtrl : public CWnd {
  public:
   // Inserts an item at `item` (clamped to the list), or where the ascending-sort style places
-  // it: the index it got, or -1 without a window.
+  // it (at the end while redraw is off): the index it got, or -1 without a window.
   int InsertItem(const LVITEMW& item);
   int InsertItem(UINT mask, int item, const wchar_t* text, UINT state, UINT state_mask, int image,
                  LPARAM data);
@@ -103,7 +109,11 @@ class CListCtrl : public CWnd {
   };
   void Assign(Item& target, const LVITEMW& source) const;
   int SortedPosition(const std::wstring& text) const;
+  // Places the items appended while redraw was off, as their inserts would have.
+  void SortPendingInserts();
 
   std::vector<std::unique_ptr<Item>> m_items;
   int m_column_width = 0;
+  bool m_redraw_off = false;
+  bool m_inserts_pending = false;  // items were appended unsorted while redraw was off
 };

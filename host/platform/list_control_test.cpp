@@ -36,6 +36,19 @@ TEST_F(ListControlTest, TheSortStylePlacesItemsByTextIgnoringCase) {
   EXPECT_EQ(Insert(L"B", 3), 2) << "after its equal";
   EXPECT_EQ(Texts(), L"a;b;B;C;");
   EXPECT_EQ(list_.GetItemData(2), 3);
+
+  // With redraw off, a batch lands where the same inserts one by one would have put it.
+  list_.SendMessage(WM_SETREDRAW, FALSE);
+  EXPECT_EQ(Insert(L"A", 4), 4) << "appended until redraw comes back";
+  Insert(L"b", 5);
+  list_.SendMessage(WM_SETREDRAW, TRUE);
+  EXPECT_EQ(Texts(), L"a;A;b;B;b;C;");
+  EXPECT_EQ(list_.GetItemData(4), 5);
+  list_.SendMessage(WM_SETREDRAW, FALSE);
+  Insert(L"0", 6);
+  list_.SendMessage(LVM_SORTITEMS, 1, reinterpret_cast<LPARAM>(&ByDataDescending));
+  list_.SendMessage(WM_SETREDRAW, TRUE);
+  EXPECT_EQ(Texts(), L"0;b;A;B;a;C;b;") << "the sort by data is the last word";
 }
 
 TEST_F(ListControlTest, MessagesFindSortSizeAndEmptyTheList) {

@@ -231,11 +231,17 @@ bool CTarsaDoc::EndUndoRecord(unsigned int undo_record_serial_number) {
   if (m_recording_depth == 0 || undo_record_serial_number != m_recording->serial_number) {
     return false;
   }
-  if (--m_recording_depth > 0) return true;
-  std::unique_ptr<UndoStep> step = std::move(m_recording);
-  Notify([&step](CTarsaEventWatcher& w) {
-    w.UndoEvent(CTarsaEventWatcher::end_recording, step->serial_number, nullptr);
+  if (m_recording_depth > 1) {
+    --m_recording_depth;
+    return true;
+  }
+  // Watchers hear the end while the step is still open, so that what they record then joins it.
+  const unsigned int serial = m_recording->serial_number;
+  Notify([serial](CTarsaEventWatcher& w) {
+    w.UndoEvent(CTarsaEventWatcher::end_recording, serial, nullptr);
   });
+  m_recording_depth = 0;
+  std::unique_ptr<UndoStep> step = std::move(m_recording);
   if (!step->entries.empty()) {
     for (const auto& redo : m_redo_steps) m_undo_bytes -= redo->bytes;
     m_redo_steps.clear();

@@ -105,7 +105,8 @@ class CTarsaEventWatcher {
   virtual void TextStyleTableEvent(table_event event, CTarsaDoc& doc, int index);
   virtual void DimStyleTableEvent(table_event event, CTarsaDoc& doc, int index);
   virtual void HatchPatternTableEvent(table_event event, CTarsaDoc& doc, int index);
-  // Undo: begin_recording and end_recording around the outermost undo step of a change;
+  // Undo: begin_recording and end_recording around the outermost undo step of a change, the
+  // step still open at end_recording, so that what a watcher records then joins it;
   // begin_undo / end_undo and begin_redo / end_redo around the host's undo and redo of a step.
   virtual void UndoEvent(undo_event event, unsigned int undo_record_serial_number,
                          const CTarsaCommand* command);

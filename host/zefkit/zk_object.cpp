@@ -258,3 +258,21 @@ ZK_TestFailUserDataTransform::ZK_TestFailUserDataTransform()
 ZK_TestFailUserDataTransform::~ZK_TestFailUserDataTransform() {
   g_fail_userdata_transform = m_previous;
 }
+
+ZK_TestHideClass::ZK_TestHideClass(const ZK_ClassId& class_id)
+    : m_class_id(class_id), m_hidden(false) {
+  auto& registry = Registry();
+  for (auto it = registry.begin(); it != registry.end(); ++it) {
+    if (*it != &class_id) continue;
+    registry.erase(it);
+    m_hidden = true;
+    ++g_registry_generation;
+    break;
+  }
+}
+
+ZK_TestHideClass::~ZK_TestHideClass() {
+  if (!m_hidden) return;
+  Registry().push_back(&m_class_id);
+  ++g_registry_generation;
+}

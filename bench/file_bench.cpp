@@ -117,7 +117,7 @@ void BM_MergeAndRekeyEveryEntry(benchmark::State& state) {
     for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
       CKorvoUserData* record = CKorvoUserData::Of(object);
       for (int e = 0; record && e < record->m_entries.GetSize(); ++e) {
-        ZK_UUID& id = record->m_entries[e]->m_id;
+        ZK_UUID& id = record->EditableEntry(e).m_id;
         auto found = new_ids.find(id);
         if (found == new_ids.end()) {
           ZK_UUID fresh;

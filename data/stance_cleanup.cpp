@@ -52,9 +52,5 @@ void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {
 }
 
 void CKorvoUserData::RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known) {
-  INT_PTR kept = 0;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (known.Contains(m_entries[i]->m_id)) m_entries[kept++] = m_entries[i];
-  }
-  m_entries.SetSize(kept);
+  KeepEntries([&known](const USER_DATA& entry) { return known.Contains(entry.m_id); });
 }

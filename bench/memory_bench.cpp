@@ -114,6 +114,6 @@ void BM_SavedOneByOneData(benchmark::State& state) {
 BENCHMARK(BM_SavedOneByOneData)->Arg(1000)->Arg(10000)->Iterations(1);
 
 KORVO_RATIO_ROW("Peak memory, N stances saved one by one on one box / the bytes of their data",
-                "BM_SavedOneByOnePeak", "BM_SavedOneByOneData", 20.0);
+                "BM_SavedOneByOnePeak", "BM_SavedOneByOneData", 10.0);
 
 }  // namespace

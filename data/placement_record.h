@@ -25,7 +25,8 @@ class CKorvoUserData : public ZK_UserData {
   // a copy costs no entry, and an entry added to a copy goes into the block's free room when no
   // other record has used that room, so that the records a save's undo keeps (the object as it
   // was, and the copy that received the new entry) hold each entry once. Any other change gives
-  // the record a block of its own first.
+  // a record whose block is shared a block of its own first. Records live on the host's one
+  // thread, so the block's count of users is a plain int.
   class Entries {
    public:
     Entries() = default;

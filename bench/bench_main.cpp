@@ -63,8 +63,11 @@ class ChildReporter : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
+      // A memory benchmark reports bytes, which the table divides as it divides times.
+      const auto bytes = run.counters.find("bytes");
       std::fprintf(m_to_parent, "%s %s %.17g\n", run.run_name.function_name.c_str(),
-                   run.run_name.args.c_str(), Seconds(run));
+                   run.run_name.args.c_str(),
+                   bytes != run.counters.end() ? double(bytes->second) : Seconds(run));
     }
     ConsoleReporter::ReportRuns(runs);
   }

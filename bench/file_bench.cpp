@@ -164,7 +164,7 @@ void BM_RekeyEveryEntry(benchmark::State& state) {
     for (int i = 0; i < added.Count(); ++i) {
       CKorvoUserData* record = CKorvoUserData::Of(merging.Doc().LookupObject(added[i]));
       for (int e = 0; record && e < record->m_entries.GetSize(); ++e) {
-        ZK_UUID& id = record->m_entries[e]->m_id;
+        ZK_UUID& id = record->EditableEntry(e).m_id;
         const auto found = new_ids.find(id);
         if (found != new_ids.end()) id = found->second;
       }

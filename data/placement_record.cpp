@@ -1,6 +1,8 @@
 #include "data/placement_record.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 
 #include "data/place_holder.h"
 #include "host/tarsa/tarsa_object.h"
@@ -55,16 +57,7 @@ CKorvoUserData& CKorvoUserData::operator=(const CKorvoUserData& source) {
   ZK_UserData::operator=(source);
   m_accumulated_xform = source.m_accumulated_xform;
   m_last_xform = source.m_last_xform;
-  // Room for one entry more: a record is copied most often to be given one more entry (a save
-  // edits a copy of the object), and the room spares that entry two allocations.
-  const int count = static_cast<int>(source.m_entries.GetSize());
-  if (count + 1 > m_storage_capacity) Regrow(count + 1);
-  m_entries.SetSize(count, 1);
-  for (int i = 0; i < count; ++i) {
-    m_storage[i] = *source.m_entries[i];
-    m_entries[i] = &m_storage[i];
-  }
-  m_storage_used = count;
+  m_entries = source.m_entries;  // shared, not copied: see Entries
   return *this;
 }
 
@@ -118,13 +111,11 @@ bool CKorvoUserData::Read(ZK_BinaryArchive& archive) {
 }
 
 void CKorvoUserData::ReserveForRead(int count, size_t bytes_left) {
-  // Never more than the bytes left could hold, whatever a damaged count says; and, as a copy
-  // keeps, room for one entry more.
+  // Never more than the bytes left could hold, whatever a damaged count says. No room beyond:
+  // most records read are never given another entry, and one that is moves at its first.
   const int fits = static_cast<int>(std::min<size_t>(count > 0 ? static_cast<size_t>(count) : 0,
                                                      bytes_left / kArchivedEntryBytes));
-  const int wanted = static_cast<int>(m_entries.GetSize()) + fits + 1;
-  if (wanted > m_storage_capacity) Regrow(wanted);
-  m_entries.SetSize(m_entries.GetSize(), fits + 1);
+  if (fits > 0) m_entries.Reserve(static_cast<int>(m_entries.GetSize()) + fits);
 }
 
 bool CKorvoUserData::GetDescription(ZK_wString& description) {
@@ -135,9 +126,8 @@ bool CKorvoUserData::GetDescription(ZK_wString& description) {
 bool CKorvoUserData::Archive() const { return true; }
 
 unsigned int CKorvoUserData::SizeOf() const {
-  return static_cast<unsigned int>(sizeof(*this) +
-                                   static_cast<size_t>(m_storage_capacity) * sizeof(USER_DATA) +
-                                   static_cast<size_t>(m_entries.GetSize()) * sizeof(USER_DATA*));
+  return static_cast<unsigned int>(sizeof(*this) + m_entries.SharedBytes() +
+                                   m_last_xform.HeldBytes());
 }
 
 bool CKorvoUserData::Transform(const ZK_Xform& xform) {
@@ -165,49 +155,25 @@ const ZK_Xform* CKorvoUserData::FindXform(const ZK_UUID& id) const {
 bool CKorvoUserData::SetXform(const ZK_UUID& id, const ZK_Xform& xform) {
   const int index = IndexOf(id);
   if (index < 0) return false;
-  m_entries[index]->m_xform = xform;
+  m_entries.Editable()[index].m_xform = xform;
   return true;
 }
 
 void CKorvoUserData::Add(const ZK_UUID& id, const ZK_Xform& xform) {
-  USER_DATA* entry = nullptr;
-  if (m_free_slot >= 0) {
-    entry = &m_storage[m_free_slot];
-    m_free_slot = -1;
-  } else {
-    if (m_storage_used == m_storage_capacity) Regrow(2 * static_cast<int>(m_entries.GetSize()) + 2);
-    entry = &m_storage[m_storage_used++];
-  }
-  *entry = {id, xform};
-  m_entries.Add(entry);
+  m_entries.Append({id, xform});
 }
 
 bool CKorvoUserData::Remove(const ZK_UUID& id) {
   const int index = IndexOf(id);
   if (index < 0) return false;
-  m_free_slot = static_cast<int>(m_entries[index] - m_storage.get());
-  m_entries.RemoveAt(index);
+  USER_DATA* entries = m_entries.Editable();
+  const int count = static_cast<int>(m_entries.GetSize());
+  std::copy(entries + index + 1, entries + count, entries + index);
+  m_entries.Truncate(count - 1);
   return true;
 }
 
-void CKorvoUserData::RemoveAll() {
-  m_entries.RemoveAll();
-  m_storage_used = 0;
-  m_free_slot = -1;
-}
-
-void CKorvoUserData::Regrow(int capacity) {
-  std::unique_ptr<USER_DATA[]> storage(new USER_DATA[static_cast<size_t>(capacity)]);
-  const int count = static_cast<int>(m_entries.GetSize());
-  for (int i = 0; i < count; ++i) {
-    storage[i] = *m_entries[i];
-    m_entries[i] = &storage[i];
-  }
-  m_storage = std::move(storage);
-  m_storage_capacity = capacity;
-  m_storage_used = count;
-  m_free_slot = -1;
-}
+void CKorvoUserData::RemoveAll() { m_entries.Release(); }
 
 void CKorvoUserData::SetIdentity() {
   m_accumulated_xform.Identity();
@@ -215,8 +181,84 @@ void CKorvoUserData::SetIdentity() {
 }
 
 int CKorvoUserData::IndexOf(const ZK_UUID& id) const {
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    if (m_entries[i]->m_id == id) return static_cast<int>(i);
+  const USER_DATA* entries = m_entries.Data();
+  for (int i = 0; i < m_entries.m_count; ++i) {
+    if (entries[i].m_id == id) return i;
   }
   return -1;
+}
+
+// Entries
+
+struct alignas(CKorvoUserData::USER_DATA) CKorvoUserData::Entries::Block {
+  int m_refs;      // the records that use the block
+  int m_used;      // the entries written; each record uses the first ones, as many as it has
+  int m_capacity;  // the entries there is room for
+  USER_DATA* Data() { return reinterpret_cast<USER_DATA*>(this + 1); }
+};
+
+CKorvoUserData::Entries::Entries(const Entries& source) { *this = source; }
+
+CKorvoUserData::Entries& CKorvoUserData::Entries::operator=(const Entries& source) {
+  Block* block = source.m_block;
+  const int count = source.m_count;
+  if (block) ++block->m_refs;
+  Release();
+  m_block = block;
+  m_count = count;
+  return *this;
+}
+
+CKorvoUserData::Entries::~Entries() { Release(); }
+
+CKorvoUserData::USER_DATA* CKorvoUserData::Entries::Data() const {
+  return m_block ? m_block->Data() : nullptr;
+}
+
+void CKorvoUserData::Entries::Append(const USER_DATA& entry) {
+  // The only record of a block owns what lies past its own entries too.
+  if (m_block && m_block->m_refs == 1) m_block->m_used = m_count;
+  if (!m_block || m_block->m_used != m_count || m_count == m_block->m_capacity) {
+    Reserve(m_count + std::max(1, m_count / 2));  // grown by half, so that appends stay cheap
+  }
+  new (m_block->Data() + m_count) USER_DATA(entry);
+  m_block->m_used = ++m_count;
+}
+
+CKorvoUserData::USER_DATA* CKorvoUserData::Entries::Editable() {
+  if (m_count == 0) return nullptr;
+  if (m_block->m_refs > 1) Reserve(m_count);
+  m_block->m_used = m_count;
+  return m_block->Data();
+}
+
+void CKorvoUserData::Entries::Truncate(int count) {
+  if (count == 0) {
+    Release();
+    return;
+  }
+  m_count = count;
+  m_block->m_used = count;
+}
+
+void CKorvoUserData::Entries::Reserve(int capacity) {
+  void* memory = ::operator new(sizeof(Block) + static_cast<size_t>(capacity) * sizeof(USER_DATA));
+  Block* block = new (memory) Block{1, m_count, capacity};
+  if (m_count > 0) std::uninitialized_copy_n(Data(), m_count, block->Data());
+  const int count = m_count;
+  Release();
+  m_block = block;
+  m_count = count;
+}
+
+void CKorvoUserData::Entries::Release() {
+  if (m_block && --m_block->m_refs == 0) ::operator delete(m_block);
+  m_block = nullptr;
+  m_count = 0;
+}
+
+size_t CKorvoUserData::Entries::SharedBytes() const {
+  if (!m_block) return 0;
+  return (sizeof(Block) + static_cast<size_t>(m_block->m_capacity) * sizeof(USER_DATA)) /
+         static_cast<size_t>(m_block->m_refs);
 }

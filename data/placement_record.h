@@ -5,8 +5,7 @@
 // the record owns it: the kernel copies, transforms, writes, reads and destroys it with the object.
 #pragma once
 
-#include <memory>
-
+#include "data/sparse_xform.h"
 #include "data/stance_id_set.h"
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
@@ -20,6 +19,45 @@ class CKorvoUserData : public ZK_UserData {
   struct USER_DATA {
     ZK_UUID m_id;      // the stance
     ZK_Xform m_xform;  // the accumulated transform when the stance was saved or updated
+  };
+
+  // The entries in their order, read-only. They live in one block that copies of a record share:
+  // a copy costs no entry, and an entry added to a copy goes into the block's free room when no
+  // other record has used that room, so that the records a save's undo keeps (the object as it
+  // was, and the copy that received the new entry) hold each entry once. Any other change gives
+  // a record whose block is shared a block of its own first. Records live on the host's one
+  // thread, so the block's count of users is a plain int.
+  class Entries {
+   public:
+    Entries() = default;
+    Entries(const Entries& source);
+    Entries& operator=(const Entries& source);
+    ~Entries();
+
+    INT_PTR GetSize() const { return m_count; }
+    INT_PTR GetCount() const { return m_count; }
+    // The entry at `index` (0 to GetSize() - 1), inside the shared block: valid until the record
+    // next changes.
+    const USER_DATA* operator[](INT_PTR index) const { return Data() + index; }
+
+   private:
+    friend class CKorvoUserData;
+    struct Block;
+
+    USER_DATA* Data() const;
+    void Append(const USER_DATA& entry);
+    // The entries in a block of this record's own, to be changed in place; null when empty.
+    USER_DATA* Editable();
+    // Keeps the first `count` entries.
+    void Truncate(int count);
+    // Moves the entries into a new block of this record's own with room for `capacity`.
+    void Reserve(int capacity);
+    void Release();
+    // The bytes of the block, shared out among the records that use it.
+    size_t SharedBytes() const;
+
+    Block* m_block = nullptr;
+    int m_count = 0;  // this record's entries: the first m_count of the block
   };
 
   // E142DA6F-D632-4412-AFF8-37DF51C61556: which user data of an object the record is.
@@ -71,6 +109,9 @@ class CKorvoUserData : public ZK_UserData {
   const ZK_Xform* FindXform(const ZK_UUID& id) const;
   // True when the stance had an entry, which now holds `xform`; false and no change otherwise.
   bool SetXform(const ZK_UUID& id, const ZK_Xform& xform);
+  // The entry at `index` (0 to m_entries.GetSize() - 1) in storage of this record's own, to be
+  // changed in place; valid until the record next changes.
+  USER_DATA& EditableEntry(int index) { return m_entries.Editable()[index]; }
   // Appends an entry; callers test HasEntry first, since the record keeps one entry per stance.
   void Add(const ZK_UUID& id, const ZK_Xform& xform);
   // True when the stance's entry was removed; the others keep their order.
@@ -80,28 +121,31 @@ class CKorvoUserData : public ZK_UserData {
   void RemoveEntriesWithoutStance(CTarsaDoc& doc);
   // The same against the ids of a table gathered once, for a clean-up of many records.
   void RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known);
+  // Keeps, in their order, the entries for which `keep(const USER_DATA&)` is true; a record that
+  // keeps every entry is not changed at all.
+  template <class Keep>
+  void KeepEntries(Keep keep);
 
-  // Points into the record's own entry storage, in the record's entry order.
-  CArray<USER_DATA*, USER_DATA*> m_entries;
+  Entries m_entries;
   ZK_Xform m_accumulated_xform;
-  ZK_Xform m_last_xform;
+  CKorvoSparseXform m_last_xform;
 
  private:
   void SetIdentity();
   int IndexOf(const ZK_UUID& id) const;
-  // Moves the entries, in order, into new storage with room for at least `capacity`; the slots
-  // of removed entries are left behind.
-  void Regrow(int capacity);
   // Room for the `count` entries a read announces, as far as `bytes_left` can hold them.
   void ReserveForRead(int count, size_t bytes_left);
-
-  // The entries live in one block that the record owns, so that a copy of a record costs one
-  // allocation for its entries, however many there are. The slot of the entry removed last is
-  // the next Add's, so that replacing an entry (an import gives each a new id) takes no room;
-  // other removed entries' slots stay unused until the block is next regrown. m_entries keeps the
-  // order; the slots need not follow it.
-  std::unique_ptr<USER_DATA[]> m_storage;
-  int m_storage_capacity = 0;
-  int m_storage_used = 0;
-  int m_free_slot = -1;  // the slot of the entry removed last, or -1
 };
+
+template <class Keep>
+void CKorvoUserData::KeepEntries(Keep keep) {
+  const int count = static_cast<int>(m_entries.GetSize());
+  int kept = 0;
+  while (kept < count && keep(*m_entries[kept])) ++kept;
+  if (kept == count) return;
+  USER_DATA* entries = m_entries.Editable();
+  for (int i = kept + 1; i < count; ++i) {
+    if (keep(entries[i])) entries[kept++] = entries[i];
+  }
+  m_entries.Truncate(kept);
+}

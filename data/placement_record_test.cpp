@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <memory>
+#include <random>
+#include <utility>
 #include <vector>
 
 #include "host/zefkit/zk_light.h"
@@ -161,6 +165,111 @@ TEST_F(PlacementRecordTest, ReadRefusesANewerVersionUnreadAndKeepsTheEntriesRead
   CKorvoUserData read;
   EXPECT_FALSE(read.Read(in));
   EXPECT_EQ(Ids(read), Ids(*record_));
+}
+
+// Copies share their entries until one of them changes. Through random saves (a copy given one
+// more entry), adds, updates, removals, clean-ups, assignments and drops across a family of
+// copies, every record keeps exactly its own entries, in order: an entry added to one record never
+// shows in, or overwrites, another's.
+TEST_F(PlacementRecordTest, CopiesSharingEntriesStayIndependentThroughEveryChange) {
+  using Model = std::vector<std::pair<ZK_UUID, ZK_Xform>>;
+  std::vector<ZK_UUID> ids(10);
+  for (ZK_UUID& id : ids) id = NewId();
+  std::vector<std::unique_ptr<CKorvoUserData>> records;
+  std::vector<Model> models(1);
+  records.push_back(std::make_unique<CKorvoUserData>());
+  std::mt19937 random(23);
+  const auto pick = [&random](size_t n) {
+    return std::uniform_int_distribution<size_t>(0, n - 1)(random);
+  };
+  for (int step = 0; step < 4000; ++step) {
+    const size_t r = pick(records.size());
+    CKorvoUserData& record = *records[r];
+    Model& model = models[r];
+    const ZK_UUID id = ids[pick(ids.size())];
+    const ZK_Xform xform = ZK_Xform::Translation(step, 0, 0);
+    const auto at = std::find_if(model.begin(), model.end(),
+                                 [&id](const auto& entry) { return entry.first == id; });
+    const bool has = at != model.end();
+    switch (pick(7)) {
+      case 0:
+      case 1:  // a save
+        if (records.size() == 24) break;
+        records.push_back(std::make_unique<CKorvoUserData>(record));
+        models.push_back(model);
+        if (has) break;
+        records.back()->Add(id, xform);
+        models.back().emplace_back(id, xform);
+        break;
+      case 2:
+        if (has) break;
+        record.Add(id, xform);
+        model.emplace_back(id, xform);
+        break;
+      case 3:
+        ASSERT_EQ(record.SetXform(id, xform), has);
+        if (has) at->second = xform;
+        break;
+      case 4:
+        ASSERT_EQ(record.Remove(id), has);
+        if (has) model.erase(at);
+        break;
+      case 5: {  // a clean-up that knows the first half of the stances
+        const auto known = [&ids](const ZK_UUID& entry) {
+          return std::find(ids.begin(), ids.begin() + 5, entry) != ids.begin() + 5;
+        };
+        record.KeepEntries([&known](const CKorvoUserData::USER_DATA& e) { return known(e.m_id); });
+        model.erase(std::remove_if(model.begin(), model.end(),
+                                   [&known](const auto& e) { return !known(e.first); }),
+                    model.end());
+        break;
+      }
+      default: {  // another record becomes a copy of this one, or this one goes
+        const size_t other = pick(records.size());
+        if (other != r || records.size() == 1) {
+          *records[other] = record;
+          models[other] = model;
+        } else {
+          records.erase(records.begin() + r);
+          models.erase(models.begin() + r);
+        }
+      }
+    }
+    for (size_t i = 0; i < records.size(); ++i) {
+      ASSERT_EQ(records[i]->m_entries.GetSize(), static_cast<INT_PTR>(models[i].size())) << step;
+      for (size_t e = 0; e < models[i].size(); ++e) {
+        ASSERT_EQ(records[i]->m_entries[e]->m_id, models[i][e].first) << step;
+        ASSERT_EQ(records[i]->m_entries[e]->m_xform, models[i][e].second) << step;
+      }
+    }
+  }
+}
+
+// The host's undo keeps the object of every save as it was: the versions of its record that a
+// run of saves leaves hold each entry about once, not once per version, and their sizes, as the
+// host counts them, add up to that.
+TEST_F(PlacementRecordTest, TheVersionsOfARunOfSavesHoldEachEntryAboutOnce) {
+  const size_t saves = 1000;
+  std::vector<std::unique_ptr<CKorvoUserData>> versions;
+  versions.push_back(std::make_unique<CKorvoUserData>());
+  for (size_t i = 0; i < saves; ++i) {
+    versions.push_back(std::make_unique<CKorvoUserData>(*versions.back()));
+    versions.back()->Add(NewId(), kTurn);
+  }
+  size_t held = 0;
+  for (const auto& version : versions) held += version->SizeOf() - sizeof(CKorvoUserData);
+  EXPECT_LT(held, 5 * saves * sizeof(CKorvoUserData::USER_DATA));
+  EXPECT_EQ(Written(*versions.back()).size(), Written(*versions[saves - 1]).size() + 16 + 128);
+}
+
+// The last transform is kept bit for bit, also through copies: one that differs from the identity
+// only in the sign of a zero is not taken for the identity.
+TEST_F(PlacementRecordTest, TheLastTransformKeepsTheSignOfAZero) {
+  ZK_Xform signed_zero;
+  signed_zero[0][1] = -0.0;
+  ASSERT_TRUE(light_.Transform(signed_zero));
+  const CKorvoUserData copy(*record_);
+  EXPECT_EQ(std::memcmp(&copy.m_last_xform.Get(), &signed_zero, sizeof(ZK_Xform)), 0);
 }
 
 }  // namespace

@@ -12,19 +12,14 @@ namespace {
 
 // Drops the record's entries whose stance `known` does not hold, keeping the others in order, and
 // strikes each kept entry's stance from `unreferenced` when one is given: every entry is read
-// once, and the record is written to only from its first dropped entry on.
+// once, and a record that keeps every entry is not changed at all.
 void KeepKnownEntries(CKorvoUserData& record, const CKorvoStanceIdSet& known,
                       CKorvoStanceIdSet* unreferenced) {
-  INT_PTR kept = 0;
-  const INT_PTR count = record.m_entries.GetSize();
-  for (INT_PTR i = 0; i < count; ++i) {
-    CKorvoUserData::USER_DATA* entry = record.m_entries[i];
-    if (!known.Contains(entry->m_id)) continue;
-    if (unreferenced && !unreferenced->IsEmpty()) unreferenced->Erase(entry->m_id);
-    if (kept != i) record.m_entries[kept] = entry;
-    ++kept;
-  }
-  if (kept != count) record.m_entries.SetSize(kept);
+  record.KeepEntries([&known, unreferenced](const CKorvoUserData::USER_DATA& entry) {
+    if (!known.Contains(entry.m_id)) return false;
+    if (unreferenced && !unreferenced->IsEmpty()) unreferenced->Erase(entry.m_id);
+    return true;
+  });
 }
 
 }  // namespace

@@ -135,15 +135,25 @@ void TsMainWindow::MakeMenus() {
   command(edit, "&Redo", L"_Redo")
       ->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(QKeySequence::Redo)});
   QMenu* view = menuBar()->addMenu("&View");
-  const auto direction = [this, view](const QString& text, TsModelView::Direction d, int key) {
+  const auto standard = [this, view](const QString& text, TsStandardView side, int key) {
     view->addAction(text, QKeySequence(Qt::CTRL | key), this,
-                    [this, d] { m_view->SetDirection(d); });
+                    [this, side] { m_view->SetStandardView(side); })
+        ->setShortcutContext(Qt::ApplicationShortcut);
   };
-  direction("&Top", TsModelView::Direction::top, Qt::Key_1);
-  direction("&Front", TsModelView::Direction::front, Qt::Key_2);
-  direction("&Right", TsModelView::Direction::right, Qt::Key_3);
+  standard("&Top", TsStandardView::top, Qt::Key_1);
+  standard("&Front", TsStandardView::front, Qt::Key_2);
+  standard("&Right", TsStandardView::right, Qt::Key_3);
+  standard("&Iso", TsStandardView::iso, Qt::Key_4);
   view->addAction("Zoom to &Fit", QKeySequence(Qt::CTRL | Qt::Key_0), this,
-                  [this] { m_view->ZoomToFit(); });
+                  [this] { m_view->ZoomToFit(); })
+      ->setShortcutContext(Qt::ApplicationShortcut);
+  view->addSeparator();
+  QAction* perspective = view->addAction("&Perspective", QKeySequence(Qt::CTRL | Qt::Key_5));
+  perspective->setShortcutContext(Qt::ApplicationShortcut);
+  perspective->setCheckable(true);
+  connect(perspective, &QAction::toggled, this, [this](bool on) {
+    m_view->SetProjection(on ? TsProjection::perspective : TsProjection::orthographic);
+  });
   view->addSeparator();
   command(view, "&Stances Panel", L"_Stance");
 }

@@ -4,11 +4,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPolygonF>
 #include <QStatusBar>
 #include <QToolButton>
+#include <cmath>
 #include <functional>
 
 #include "host/tarsa/tarsa_dockbar.h"
@@ -65,10 +68,12 @@ class MainWindowTest : public StanceDocumentTest {
     Mouse(QEvent::MouseButtonPress, at, button, button, modifiers);
     Mouse(QEvent::MouseButtonRelease, at, button, Qt::NoButton, modifiers);
   }
-  void Drag(QPointF from, QPointF to) {
-    Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    Mouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
-    Mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+  // A drag with the left button: with Ctrl it draws a picking window, without it orbits.
+  void Drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+    Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseMove, (from + to) / 2, Qt::NoButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, modifiers);
   }
   void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held,
              Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -87,8 +92,23 @@ class MainWindowTest : public StanceDocumentTest {
       return true;
     });
   }
-  // A point on the object's drawing: its first drawn point.
-  QPointF On(const ZK_UUID& id) { return View().DrawnPoints(id).at(0); }
+  // A point on the object's drawing: the middle of its drawn points.
+  QPointF On(const ZK_UUID& id) {
+    const std::vector<QPointF> drawn = View().DrawnPoints(id);
+    QPointF sum;
+    for (const QPointF& p : drawn) sum += p;
+    return sum / static_cast<double>(drawn.size());
+  }
+  // The item of the View menu with that text, or null.
+  QAction* ViewAction(const QString& text) const {
+    for (QAction* menu : window_->menuBar()->actions()) {
+      if (menu->text() != "&View") continue;
+      for (QAction* item : menu->menu()->actions()) {
+        if (item->text() == text) return item;
+      }
+    }
+    return nullptr;
+  }
   // The command line's output as the window shows it.
   QString Shown() const { return window_->findChild<QPlainTextEdit*>()->toPlainText(); }
   bool Selected(const ZK_UUID& id) const { return Object(id)->IsSelected() != 0; }
@@ -203,7 +223,6 @@ TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel
   Move(right, ZK_Xform::Translation(10, 0, 0));
   Save(L"Apart", {left, right});
   window_->Idle();
-  const std::vector<QPointF> apart = View().DrawnPoints(right);
   bool shift_added = false, cleared = false, window_picked = false;
   At(L"Command:", [&] {
     Click(On(left));
@@ -242,10 +261,57 @@ TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel
   EXPECT_TRUE(shift_added) << "Shift adds";
   EXPECT_TRUE(cleared) << "a click on nothing clears the selection";
   EXPECT_TRUE(window_picked);
-  EXPECT_EQ(View().DrawnPoints(right), apart) << "the double click restored the stance";
+  ExpectNear(Placement(right), ZK_Box({10, 0, 0}, {11, 1, 1}).Points());  // restored
   EXPECT_EQ(window_->statusBar()->currentMessage(), "Matches: Apart");
   EXPECT_TRUE(Shown().contains("Undo Move") || Shown().contains("Command: _Undo"));
   ExpectNear(Placement(left), ZK_Box({0, 0, 0}, {1, 1, 1}).Points());
+}
+
+TEST_F(MainWindowTest, TheViewStartsIsoOrbitsUnderADragAndStillPicksForAPrompt) {
+  const ZK_UUID left = AddNamed(L"left");
+  const ZK_UUID right = AddNamed(L"right");
+  Move(right, ZK_Xform::Translation(4, 0, 0));
+  window_->Idle();
+  TsCamera iso;
+  iso.SetStandardView(TsStandardView::iso);
+  const TsQuat start = View().Camera().Orientation();
+  EXPECT_NEAR(start.w, iso.Orientation().w, 1e-12);
+  EXPECT_NEAR(start.z, iso.Orientation().z, 1e-12);
+  const std::vector<QPointF> before = View().DrawnPoints(left);
+  std::vector<QPointF> orbited;
+  At(L"Command:", [&] {
+    // A drag without Ctrl turns the view and picks nothing.
+    Drag(On(right) + QPointF(0, 60), On(right) + QPointF(80, 30), Qt::NoModifier);
+    orbited = View().DrawnPoints(left);
+    Type("Move");
+    At(L"Select objects", [&] {
+      Click(On(left));
+      At(L"Select objects", [&] {
+        Type("");
+        At(L"Offset", [&] {
+          Type("0,5,0");
+          At(L"Command:", [&] {
+            // The standard views come from the View menu and its keys.
+            QAction* top = ViewAction("&Top");
+            if (top != nullptr) {
+              EXPECT_EQ(top->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_1));
+              top->trigger();
+            }
+            Type("-Exit");
+          });
+        });
+      });
+    });
+  });
+  RunUser();
+  EXPECT_NE(orbited, before) << "the drag orbited";
+  EXPECT_FALSE(Selected(right)) << "an orbit picks nothing";
+  EXPECT_TRUE(Shown().contains("Select objects: left")) << Shown().toStdString();
+  ExpectNear(Placement(left), ZK_Box({0, 5, 0}, {1, 6, 1}).Points());  // the picked box moved
+  EXPECT_NEAR(std::fabs(View().Camera().Orientation().w), 1, 1e-12) << "seen from the top";
+  for (const char* item : {"&Front", "&Right", "&Iso", "Zoom to &Fit", "&Perspective"}) {
+    EXPECT_NE(ViewAction(item), nullptr) << item;
+  }
 }
 
 }  // namespace

@@ -154,6 +154,10 @@ void TsMainWindow::MakeMenus() {
   connect(perspective, &QAction::toggled, this, [this](bool on) {
     m_view->SetProjection(on ? TsProjection::perspective : TsProjection::orthographic);
   });
+  QAction* animate = view->addAction("&Animate");
+  animate->setCheckable(true);
+  animate->setChecked(m_view->Animate());
+  connect(animate, &QAction::toggled, this, [this](bool on) { m_view->SetAnimate(on); });
   view->addSeparator();
   command(view, "&Stances Panel", L"_Stance");
 }

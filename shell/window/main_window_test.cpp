@@ -314,4 +314,77 @@ TEST_F(MainWindowTest, TheViewStartsIsoOrbitsUnderADragAndStillPicksForAPrompt) 
   }
 }
 
+// The middle of the points.
+QPointF Middle(const std::vector<QPointF>& points) {
+  QPointF sum;
+  for (const QPointF& p : points) sum += p;
+  return points.empty() ? sum : sum / static_cast<double>(points.size());
+}
+
+bool Near(const QPointF& a, const QPointF& b) { return QLineF(a, b).length() < 1e-6; }
+
+TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnce) {
+  const ZK_UUID box = AddNamed(L"box", new ZK_Box({0, 0, 0}, {2, 1, 1}));
+  AddNamed(L"floor", new ZK_Box({-1, -2, -2}, {10, 5, -1}));  // the view fits both places
+  Save(L"Home", {box});
+  Move(box, ZK_Xform::Translation(6, 2, 0) *
+                ZK_Xform::Rotation(std::acos(-1.0) / 2, {0, 0, 1}, {1, 0.5, 0.5}));
+  double now = 0;
+  View().SetClock([&now] { return now; });
+  window_->Idle();
+  QApplication::processEvents();
+  const std::vector<QPointF> away = View().DrawnPoints(box);
+  std::vector<ZK_3dPoint> placed;
+  std::vector<QPointF> start, middle, end, moved, later, restored;
+  bool gliding = false, glided = true, move_glides = true, restore_glides = true;
+  At(L"Command:", [&] {
+    Type("-Stance Restore Home _Enter");
+    At(L"Command:", [&] {
+      placed = Placement(box);  // the model changed at once
+      gliding = View().Gliding();
+      start = View().DrawnPoints(box);
+      now = 0.2;
+      middle = View().DrawnPoints(box);
+      now = 0.4;
+      end = View().DrawnPoints(box);
+      glided = View().Gliding();
+      // View > Animate off: a move and a restore show at once.
+      QAction* animate = ViewAction("&Animate");
+      if (animate != nullptr) animate->trigger();
+      Type("Move box _Enter 0,3,0");
+      At(L"Command:", [&] {
+        move_glides = View().Gliding();
+        moved = View().DrawnPoints(box);
+        now = 10;
+        later = View().DrawnPoints(box);
+        Type("-Stance Restore Home _Enter");
+        At(L"Command:", [&] {
+          restore_glides = View().Gliding();
+          restored = View().DrawnPoints(box);
+          Type("-Exit");
+        });
+      });
+    });
+  });
+  RunUser();
+  ExpectNear(placed, ZK_Box({0, 0, 0}, {2, 1, 1}).Points());
+  EXPECT_TRUE(gliding) << "the restore glides";
+  ASSERT_EQ(start.size(), 8u);
+  for (size_t i = 0; i < start.size(); ++i) EXPECT_TRUE(Near(start[i], away[i])) << i;
+  // Half way through, the box's middle is half way along the line, and the box is turned half way:
+  // its first edge is as long as ever, at 45 degrees to where it ends.
+  ASSERT_EQ(middle.size(), 8u);
+  ASSERT_EQ(end.size(), 8u);
+  EXPECT_TRUE(Near(Middle(middle), (Middle(start) + Middle(end)) / 2));
+  EXPECT_FALSE(Near(middle[0], (start[0] + end[0]) / 2)) << "a turn, not a straight line";
+  EXPECT_FALSE(glided) << "over after 0.4 s";
+  EXPECT_FALSE(move_glides);
+  EXPECT_EQ(moved, later) << "drawn where it is at once";
+  ASSERT_EQ(moved.size(), 8u);
+  EXPECT_FALSE(Near(moved[0], end[0]));
+  EXPECT_FALSE(restore_glides);
+  ASSERT_EQ(restored.size(), 8u);
+  for (size_t i = 0; i < restored.size(); ++i) EXPECT_TRUE(Near(restored[i], end[i])) << i;
+}
+
 }  // namespace

@@ -1,8 +1,10 @@
 #include "shell/window/model_view.h"
 
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRubberBand>
+#include <QTimer>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -22,9 +24,33 @@ constexpr double kDragPixels = 4;  // how far the pointer moves before a click b
 // moves, so that it keeps up with the mouse.
 constexpr size_t kQuickPrimitives = 4000;
 
+// The points an object glides through: its own, and for a light the tip of its direction.
+std::vector<TsVec3> Pose(const TsSceneObject& object) {
+  std::vector<TsVec3> pose = object.points;
+  if (object.kind == TsShapeKind::light && !pose.empty()) {
+    pose.push_back(pose[0] + Normalized(object.direction));
+  }
+  return pose;
+}
+
+void SetPose(TsSceneObject& object, const std::vector<TsVec3>& pose) {
+  if (object.kind == TsShapeKind::light && pose.size() == 2) {
+    object.points = {pose[0]};
+    object.direction = pose[1] - pose[0];
+  } else {
+    object.points = pose;
+  }
+}
+
 }  // namespace
 
 TsModelView::TsModelView(QWidget* parent) : QWidget(parent) {
+  auto elapsed = std::make_shared<QElapsedTimer>();
+  elapsed->start();
+  m_clock = [elapsed] { return elapsed->nsecsElapsed() / 1e9; };
+  m_tick = new QTimer(this);
+  m_tick->setInterval(15);
+  connect(m_tick, &QTimer::timeout, this, [this] { update(); });
   setMinimumSize(320, 240);
   setAutoFillBackground(true);
   QPalette white = palette();
@@ -68,6 +94,65 @@ void TsModelView::Orbit(const QPointF& by) {
   update();
 }
 
+void TsModelView::SetAnimate(bool animate) {
+  m_animate = animate;
+  if (animate) return;
+  m_glides.clear();
+  m_tick->stop();
+  update();
+}
+
+bool TsModelView::Gliding() {
+  Draw();
+  return !m_glides.empty();
+}
+
+void TsModelView::Glide(double now) {
+  CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
+  const unsigned int serial = doc ? doc->RuntimeSerialNumber() : 0;
+  if (serial != m_seen_document) {  // another document: nothing of it was seen before
+    m_seen.clear();
+    m_glides.clear();
+    m_seen_document = serial;
+  }
+  std::unordered_map<ZK_UUID, std::vector<TsVec3>, ZK_UuidHash> seen;
+  std::vector<TsVec3> at;
+  for (size_t i = 0; i < m_scene.size(); ++i) {
+    const ZK_UUID& id = m_sources[i]->ModelObjectId();
+    std::vector<TsVec3> pose = Pose(m_scene[i]);
+    const auto known = m_seen.find(id);
+    auto moving = m_glides.find(id);
+    if (m_animate && known != m_seen.end() && known->second != pose) {
+      // It moved since it was last drawn: it glides from where it is drawn now.
+      std::vector<TsVec3> from = known->second;
+      if (moving != m_glides.end()) {
+        moving->second.glide.At((now - moving->second.start) / kTsGlideSeconds, from);
+      }
+      moving = m_glides.insert_or_assign(id, Moving{TsGlide(from, pose), now}).first;
+    }
+    if (moving != m_glides.end()) {
+      const double t = (now - moving->second.start) / kTsGlideSeconds;
+      if (t >= 1) {
+        m_glides.erase(moving);
+      } else {
+        moving->second.glide.At(t, at);
+        SetPose(m_scene[i], at);
+      }
+    }
+    seen.emplace(id, std::move(pose));
+  }
+  // What is no longer shown glides no more.
+  for (auto it = m_glides.begin(); it != m_glides.end();) {
+    it = seen.count(it->first) ? std::next(it) : m_glides.erase(it);
+  }
+  m_seen = std::move(seen);
+  if (m_glides.empty()) {
+    m_tick->stop();
+  } else if (!m_tick->isActive()) {
+    m_tick->start();
+  }
+}
+
 void TsModelView::Fit(const std::vector<TsSceneObject>& scene) {
   CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
   m_fitted_document = doc ? doc->RuntimeSerialNumber() : 0;
@@ -87,6 +172,7 @@ const TsFrame& TsModelView::Draw() {
   m_camera.SetViewport(width(), height());
   const unsigned int serial = doc ? doc->RuntimeSerialNumber() : 0;
   if (serial != m_fitted_document || !m_fitted_to_something) Fit(m_scene);
+  Glide(m_clock());
   return m_drawing.Draw(m_scene, m_camera, TsTextOptions(font()));
 }
 
@@ -127,8 +213,8 @@ std::vector<const CTarsaObject*> TsModelView::ObjectsInside(const QRectF& window
 void TsModelView::paintEvent(QPaintEvent*) {
   const TsFrame& frame = Draw();
   QPainter painter(this);
-  TsPaintFrame(painter, frame, font(),
-               !(m_interacting && frame.primitives.size() > kQuickPrimitives));
+  const bool moving = m_interacting || !m_glides.empty();
+  TsPaintFrame(painter, frame, font(), !(moving && frame.primitives.size() > kQuickPrimitives));
 }
 
 void TsModelView::resizeEvent(QResizeEvent* event) {

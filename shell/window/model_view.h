@@ -5,26 +5,33 @@
 //
 // It starts isometric and fits the visible objects when it first shows a document, on a standard
 // view and on ZoomToFit; otherwise it keeps its camera while the model changes, so that an object
-// that moves is seen to move. A left drag orbits about the middle of the view, a drag with Shift
-// or with the middle or right button pans, the wheel zooms about the pointer. A click picks the
-// frontmost object under the pointer; a drag with Ctrl picks the objects wholly inside its
-// window; the owner says what a pick does, and what a right click (without a drag) does. It reads
-// the active document each time it draws, so an update() after a command shows the model as the
-// command left it. Owned by the main window.
+// that moves is seen to move: when an object it shows stands elsewhere than when it was last
+// drawn (a restore, an undo, a move, from any front end), it glides there over 0.4 s, its centre
+// along a straight line and its turn by quaternion slerp (shell/drawing/glide.h). The model has
+// changed at once; the glide only shows it, picking takes the objects where they are drawn, and
+// SetAnimate(false) shows every change at once. A left drag orbits about the middle of the view, a
+// drag with Shift or with the middle or right button pans, the wheel zooms about the pointer. A
+// click picks the frontmost object under the pointer; a drag with Ctrl picks the objects wholly
+// inside its window; the owner says what a pick does, and what a right click (without a drag) does.
+// It reads the active document each time it draws, so an update() after a command shows the model
+// as the command left it. Owned by the main window.
 #pragma once
 
 #include <QPointF>
 #include <QRectF>
 #include <QWidget>
 #include <functional>
+#include <unordered_map>
 #include <vector>
 
 #include "host/zefkit/zk_uuid.h"
 #include "shell/drawing/camera.h"
 #include "shell/drawing/frame.h"
+#include "shell/drawing/glide.h"
 
 class CTarsaObject;
 class QRubberBand;
+class QTimer;
 
 class TsModelView : public QWidget {
  public:
@@ -49,6 +56,14 @@ class TsModelView : public QWidget {
   void Pan(const QPointF& by);
   // Turns the model as a drag by `by` pixels does.
   void Orbit(const QPointF& by);
+
+  // Whether changes glide (the default) or show at once; off ends the glides under way.
+  void SetAnimate(bool animate);
+  bool Animate() const { return m_animate; }
+  // Whether an object glides now.
+  bool Gliding();
+  // The clock glides are timed by, in seconds (the default: the time since the view was made).
+  void SetClock(std::function<double()> clock) { m_clock = std::move(clock); }
 
   // Where the object's points are drawn now, in the widget's pixels: empty when it is not drawn
   // (hidden, deleted, out of sight, no such object, no document).
@@ -75,6 +90,20 @@ class TsModelView : public QWidget {
   // Draws the active document's scene into the frame, fitting the view first when it needs to.
   const TsFrame& Draw();
   void Fit(const std::vector<TsSceneObject>& scene);
+
+  // Each moving object's glide, and where each object shown was when last drawn, for the
+  // document drawn last.
+  void Glide(double now);
+  struct Moving {
+    TsGlide glide;
+    double start = 0;
+  };
+  std::unordered_map<ZK_UUID, Moving, ZK_UuidHash> m_glides;
+  std::unordered_map<ZK_UUID, std::vector<TsVec3>, ZK_UuidHash> m_seen;
+  unsigned int m_seen_document = 0;
+  bool m_animate = true;
+  std::function<double()> m_clock;
+  QTimer* m_tick = nullptr;  // redraws while objects glide
 
   TsCamera m_camera;
   TsDrawing m_drawing;

@@ -19,6 +19,7 @@
 #include "host/tarsa/tarsa_named_object_panel.h"
 #include "shell/panel_text.h"
 #include "shell/session.h"
+#include "shell/stance_preview.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
 #include "shell/window/window_answers.h"
@@ -97,6 +98,7 @@ TsMainWindow::TsMainWindow()
   setCentralWidget(splitter);
   m_dock = new TsPanelDock(this,
                            [this](std::function<void()> action) { m_user.Act(std::move(action)); });
+  m_dock->SetSelectionChanged([this] { UpdatePreview(); });
   m_answers = std::make_unique<TsWindowAnswers>(this, *m_dock);
   addDockWidget(Qt::RightDockWidgetArea, m_dock);
   resizeDocks({m_dock}, {240}, Qt::Horizontal);
@@ -167,10 +169,16 @@ void TsMainWindow::Refresh() {
                                          (TarsaSession().IsModified() ? L"*" : L"") + L" - tarsa"));
   m_view->update();
   m_dock->Refresh();
+  UpdatePreview();
   // Which stances the model matches, as the open panel marks them.
   const std::vector<CTsNamedDocObjectManagerDlg*> panels = CTarsaStandIn::Panels();
   statusBar()->showMessage(
       panels.empty() ? QString() : QString::fromStdWString(TsMatchesText(panels.front()->List())));
+}
+
+void TsMainWindow::UpdatePreview() {
+  const std::wstring stance = TsSelectedStance();
+  m_view->SetPreview(stance.empty() ? std::vector<TsPreviewMove>() : TsStanceMoves(stance));
 }
 
 void TsMainWindow::Idle() {

@@ -14,6 +14,7 @@
 #include <cmath>
 #include <functional>
 
+#include "data/placement_record.h"
 #include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
 #include "panel/stances_panel.h"
@@ -385,6 +386,66 @@ TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnc
   EXPECT_FALSE(restore_glides);
   ASSERT_EQ(restored.size(), 8u);
   for (size_t i = 0; i < restored.size(); ++i) EXPECT_TRUE(Near(restored[i], end[i])) << i;
+}
+
+TEST_F(MainWindowTest, SelectingAStanceInThePanelPreviewsItsPlacesAndChangesNothing) {
+  const ZK_UUID lid = AddNamed(L"lid");
+  const ZK_UUID base = AddNamed(L"base", new ZK_Box({-1, -1, -2}, {6, 3, -1}));
+  Save(L"Shut", {lid});
+  Move(lid, ZK_Xform::Translation(3, 0, 0));
+  Save(L"Open", {lid});
+  Move(lid, ZK_Xform::Translation(0, 1, 0));  // at neither
+  window_->Idle();
+  // What must not change: the objects' places, the undo steps, the lid's record, the stances.
+  const auto state = [&] {
+    std::vector<double> numbers;
+    for (const ZK_UUID& id : {lid, base}) {
+      for (const ZK_3dPoint& p : Placement(id)) numbers.insert(numbers.end(), {p.x, p.y, p.z});
+    }
+    numbers.push_back(CTarsaStandIn::UndoStepCount(*doc_));
+    const CKorvoUserData* record = RecordOf(lid);
+    for (int e = 0; e < record->m_entries.GetCount(); ++e) {
+      for (int k = 0; k < 16; ++k) numbers.push_back(record->m_entries[e]->m_xform(k / 4, k % 4));
+    }
+    for (int k = 0; k < 16; ++k) numbers.push_back(record->m_accumulated_xform(k / 4, k % 4));
+    numbers.push_back(Table().Count());
+    return numbers;
+  };
+  const std::vector<double> before = state();
+  const auto outlines = [&] {
+    int count = 0;
+    const TsFrame& frame = View().Frame();
+    for (const int i : frame.order) count += View().Sources()[i] == nullptr;
+    return count;
+  };
+  EXPECT_EQ(outlines(), 0);
+  QListWidget* list = window_->Dock()->List();
+  const auto item = [list](const QString& name) {
+    return list->findItems(name, Qt::MatchExactly).value(0);
+  };
+  ASSERT_NE(item("Shut"), nullptr);
+  item("Shut")->setSelected(true);
+  ASSERT_EQ(View().Preview().size(), 1u);
+  EXPECT_EQ(View().Preview()[0].object, lid);
+  EXPECT_NEAR(View().Preview()[0].move(0, 3), -3, 1e-9);
+  EXPECT_NEAR(View().Preview()[0].move(1, 3), -1, 1e-9);
+  EXPECT_EQ(outlines(), 1) << "the lid's outline where Shut puts it";
+  // The outline is drawn last, dashed, with every edge of the box.
+  const TsFrame& frame = View().Frame();
+  const TsDrawnObject& outline = frame.objects[frame.order.back()];
+  ASSERT_EQ(outline.primitive_count, 1u);
+  EXPECT_TRUE(frame.primitives[outline.first_primitive].dashed);
+  EXPECT_EQ(frame.primitives[outline.first_primitive].count, 24u);
+  // Another stance selected moves the preview; none selected clears it.
+  item("Shut")->setSelected(false);
+  item("Open")->setSelected(true);
+  ASSERT_EQ(View().Preview().size(), 1u);
+  EXPECT_NEAR(View().Preview()[0].move(0, 3), 0, 1e-9);
+  EXPECT_NEAR(View().Preview()[0].move(1, 3), -1, 1e-9);
+  list->clearSelection();
+  EXPECT_TRUE(View().Preview().empty());
+  EXPECT_EQ(outlines(), 0);
+  EXPECT_EQ(state(), before) << "the preview changed nothing";
 }
 
 }  // namespace

@@ -153,6 +153,22 @@ void TsModelView::Glide(double now) {
   }
 }
 
+void TsModelView::SetPreview(std::vector<TsPreviewMove> moves) {
+  const auto same = [](const std::vector<TsPreviewMove>& a, const std::vector<TsPreviewMove>& b) {
+    if (a.size() != b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+      if (!(a[i].object == b[i].object)) return false;
+      for (int k = 0; k < 16; ++k) {
+        if (a[i].move(k / 4, k % 4) != b[i].move(k / 4, k % 4)) return false;
+      }
+    }
+    return true;
+  };
+  if (same(moves, m_preview)) return;
+  m_preview = std::move(moves);
+  update();
+}
+
 void TsModelView::Fit(const std::vector<TsSceneObject>& scene) {
   CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
   m_fitted_document = doc ? doc->RuntimeSerialNumber() : 0;
@@ -173,6 +189,25 @@ const TsFrame& TsModelView::Draw() {
   const unsigned int serial = doc ? doc->RuntimeSerialNumber() : 0;
   if (serial != m_fitted_document || !m_fitted_to_something) Fit(m_scene);
   Glide(m_clock());
+  // The preview's outlines, of the objects shown, at the places it gives them.
+  for (const TsPreviewMove& preview : m_preview) {
+    const auto shown = std::find_if(m_sources.begin(), m_sources.end(), [&](const CTarsaObject* o) {
+      return o != nullptr && o->ModelObjectId() == preview.object;
+    });
+    TsSceneObject outline;
+    if (shown == m_sources.end() || !TsSceneObjectOf(**shown, TsObjectState::outline, outline)) {
+      continue;
+    }
+    for (TsVec3& p : outline.points) {
+      const ZK_3dPoint moved = preview.move * ZK_3dPoint{p.x, p.y, p.z};
+      p = {moved.x, moved.y, moved.z};
+    }
+    const ZK_3dVector d =
+        preview.move * ZK_3dVector{outline.direction.x, outline.direction.y, outline.direction.z};
+    outline.direction = {d.x, d.y, d.z};
+    m_scene.push_back(std::move(outline));
+    m_sources.push_back(nullptr);
+  }
   return m_drawing.Draw(m_scene, m_camera, TsTextOptions(font()));
 }
 

@@ -9,12 +9,13 @@
 // drawn (a restore, an undo, a move, from any front end), it glides there over 0.4 s, its centre
 // along a straight line and its turn by quaternion slerp (shell/drawing/glide.h). The model has
 // changed at once; the glide only shows it, picking takes the objects where they are drawn, and
-// SetAnimate(false) shows every change at once. A left drag orbits about the middle of the view, a
-// drag with Shift or with the middle or right button pans, the wheel zooms about the pointer. A
-// click picks the frontmost object under the pointer; a drag with Ctrl picks the objects wholly
-// inside its window; the owner says what a pick does, and what a right click (without a drag) does.
-// It reads the active document each time it draws, so an update() after a command shows the model
-// as the command left it. Owned by the main window.
+// SetAnimate(false) shows every change at once. A preview (SetPreview) draws objects as dashed
+// outlines where a restore would put them, and changes nothing. A left drag orbits about the middle
+// of the view, a drag with Shift or with the middle or right button pans, the wheel zooms about the
+// pointer. A click picks the frontmost object under the pointer; a drag with Ctrl picks the objects
+// wholly inside its window; the owner says what a pick does, and what a right click (without a
+// drag) does. It reads the active document each time it draws, so an update() after a command shows
+// the model as the command left it. Owned by the main window.
 #pragma once
 
 #include <QPointF>
@@ -28,6 +29,7 @@
 #include "shell/drawing/camera.h"
 #include "shell/drawing/frame.h"
 #include "shell/drawing/glide.h"
+#include "shell/stance_preview.h"
 
 class CTarsaObject;
 class QRubberBand;
@@ -64,6 +66,11 @@ class TsModelView : public QWidget {
   bool Gliding();
   // The clock glides are timed by, in seconds (the default: the time since the view was made).
   void SetClock(std::function<double()> clock) { m_clock = std::move(clock); }
+
+  // A preview of where a restore would put objects: each object named, when it is shown, is also
+  // drawn as an outline moved by its move, over everything else. None: no preview.
+  void SetPreview(std::vector<TsPreviewMove> moves);
+  const std::vector<TsPreviewMove>& Preview() const { return m_preview; }
 
   // Where the object's points are drawn now, in the widget's pixels: empty when it is not drawn
   // (hidden, deleted, out of sight, no such object, no document).
@@ -104,6 +111,8 @@ class TsModelView : public QWidget {
   bool m_animate = true;
   std::function<double()> m_clock;
   QTimer* m_tick = nullptr;  // redraws while objects glide
+
+  std::vector<TsPreviewMove> m_preview;
 
   TsCamera m_camera;
   TsDrawing m_drawing;

@@ -116,7 +116,12 @@ class Builder {
   // A face's colour; boxes turned alike share their faces' normals, so the last few are kept.
   TsColor Shade(const TsColor& base, const TsVec3& normal) {
     for (const Shaded& kept : m_shaded) {
-      if (kept.normal == normal && kept.base == base) return kept.colour;
+      if (std::fabs(kept.normal.x - normal.x) + std::fabs(kept.normal.y - normal.y) +
+                  std::fabs(kept.normal.z - normal.z) <
+              1e-9 &&
+          kept.base == base) {
+        return kept.colour;
+      }
     }
     const TsColor colour = TsShaded(base, normal);
     m_shaded[m_next_shaded] = {normal, base, colour};

@@ -14,32 +14,41 @@ class Style {
  public:
   explicit Style(QPainter& painter) : m_painter(painter) {}
 
-  void Set(const TsPrimitive& p) {
-    if (!m_set || p.stroke != m_stroke || p.width != m_width || p.dashed != m_dashed) {
-      QPen pen(Colour(p.stroke), p.width);
+  // `edged` false: the primitive's faces are painted without their edges.
+  void Set(const TsPrimitive& p, bool edged) {
+    const TsColor stroke = edged ? p.stroke : TsColor{0, 0, 0, 0};
+    if (!m_set || stroke != m_stroke || p.width != m_width || p.dashed != m_dashed) {
+      QPen pen(Colour(stroke), p.width);
       pen.setJoinStyle(Qt::RoundJoin);
       pen.setCapStyle(Qt::RoundCap);
       if (p.dashed) pen.setDashPattern({5 / p.width, 3 / p.width});
-      if (p.stroke.a == 0) pen = QPen(Qt::NoPen);
+      if (stroke.a == 0) pen = QPen(Qt::NoPen);
       m_painter.setPen(pen);
-      m_stroke = p.stroke;
+      m_stroke = stroke;
       m_width = p.width;
       m_dashed = p.dashed;
     }
     const bool filled = p.kind == TsPrimitiveKind::polygon || p.kind == TsPrimitiveKind::dot;
     const TsColor fill = filled ? p.fill : TsColor{0, 0, 0, 0};
     if (!m_set || fill != m_fill) {
-      if (fill.a == 0) {
-        m_painter.setBrush(Qt::NoBrush);
-      } else {
-        m_painter.setBrush(Colour(fill));
-      }
+      m_painter.setBrush(BrushOf(fill));
       m_fill = fill;
     }
     m_set = true;
   }
 
  private:
+  // The brushes of the last few colours: faces alike in a frame share a handful of shades.
+  const QBrush& BrushOf(const TsColor& colour) {
+    for (const auto& kept : m_brushes) {
+      if (kept.first == colour) return kept.second;
+    }
+    if (m_brushes.size() >= 16) m_brushes.erase(m_brushes.begin());
+    m_brushes.emplace_back(colour, colour.a == 0 ? QBrush(Qt::NoBrush) : QBrush(Colour(colour)));
+    return m_brushes.back().second;
+  }
+  std::vector<std::pair<TsColor, QBrush>> m_brushes;
+
   QPainter& m_painter;
   bool m_set = false;
   TsColor m_stroke, m_fill;
@@ -49,20 +58,26 @@ class Style {
 
 }  // namespace
 
-void TsPaintFrame(QPainter& painter, const TsFrame& frame, const QFont& font, bool antialiased) {
+bool TsPaintsEdges(const TsFrame& frame, const TsPrimitive& primitive, bool finely) {
+  if (finely || primitive.kind != TsPrimitiveKind::polygon) return true;
+  const TsRect& bounds = frame.objects[primitive.object].bounds;
+  return bounds.Width() >= kTsQuickEdgePixels || bounds.Height() >= kTsQuickEdgePixels;
+}
+
+void TsPaintFrame(QPainter& painter, const TsFrame& frame, const QFont& font, bool finely) {
   painter.save();
-  painter.setRenderHint(QPainter::Antialiasing, antialiased);
+  painter.setRenderHint(QPainter::Antialiasing, finely);
   Style style(painter);
   std::vector<QPointF> points;
   for (const TsPrimitive& p : frame.primitives) {
-    style.Set(p);
+    style.Set(p, TsPaintsEdges(frame, p, finely));
     points.resize(p.count);
     for (std::uint32_t i = 0; i < p.count; ++i) {
       points[i] = QPointF(frame.points[p.first + i].x, frame.points[p.first + i].y);
     }
     switch (p.kind) {
       case TsPrimitiveKind::polygon:
-        painter.drawPolygon(points.data(), static_cast<int>(points.size()));
+        painter.drawConvexPolygon(points.data(), static_cast<int>(points.size()));
         break;
       case TsPrimitiveKind::polyline:
         painter.drawPolyline(points.data(), static_cast<int>(points.size()));

@@ -191,6 +191,7 @@ const TsFrame& TsModelView::Draw() {
   Glide(m_clock());
   // The preview's outlines, of the objects shown, at the places it gives them.
   for (const TsPreviewMove& preview : m_preview) {
+    if (preview.move.IsIdentity(1e-12)) continue;  // already where the stance puts it
     const auto shown = std::find_if(m_sources.begin(), m_sources.end(), [&](const CTarsaObject* o) {
       return o != nullptr && o->ModelObjectId() == preview.object;
     });

@@ -67,8 +67,9 @@ class TsModelView : public QWidget {
   // The clock glides are timed by, in seconds (the default: the time since the view was made).
   void SetClock(std::function<double()> clock) { m_clock = std::move(clock); }
 
-  // A preview of where a restore would put objects: each object named, when it is shown, is also
-  // drawn as an outline moved by its move, over everything else. None: no preview.
+  // A preview of where a restore would put objects: each object named, when it is shown and its
+  // move is not the identity, is also drawn as an outline moved by its move, over everything else.
+  // None: no preview.
   void SetPreview(std::vector<TsPreviewMove> moves);
   const std::vector<TsPreviewMove>& Preview() const { return m_preview; }
 

@@ -115,6 +115,21 @@ std::vector<KorvoMemberDrift> MeasureStance(CTarsaDoc& doc, const ZK_UUID& stanc
   return members;
 }
 
+std::vector<std::pair<const CTarsaObject*, ZK_Xform>> MeasureMoves(CTarsaDoc& doc,
+                                                                   const ZK_UUID& stance_id) {
+  std::vector<std::pair<const CTarsaObject*, ZK_Xform>> moves;
+  CKorvoEveryObjectIterator it(doc);
+  for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
+    const CKorvoUserData* record = CKorvoObjectWrapper(object).GetRecord();
+    const ZK_Xform* saved = record ? record->FindXform(stance_id) : nullptr;
+    if (saved == nullptr || object->HistoryRecord() != nullptr) continue;
+    const ZK_Xform& current = record->m_accumulated_xform;
+    moves.emplace_back(object,
+                       SamePlacement(*saved, current) ? ZK_Xform() : MoveBack(current, *saved));
+  }
+  return moves;
+}
+
 std::vector<KorvoStanceSummary> MeasureEveryStance(CTarsaDoc& doc, const CKorvoDocData& table) {
   std::vector<KorvoStanceSummary> summaries(table.Count());
   const StanceIndex index(table);

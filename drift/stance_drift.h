@@ -6,6 +6,7 @@
 // document next changes.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "data/stance_table.h"
@@ -50,6 +51,12 @@ KorvoMemberDrift MeasureMember(const CTarsaObject& object, const ZK_Xform& saved
 // visit of the document; `summary`, when given, receives their summary.
 std::vector<KorvoMemberDrift> MeasureStance(CTarsaDoc& doc, const ZK_UUID& stance_id,
                                             KorvoStanceSummary* summary = nullptr);
+
+// Every member of the stance that a restore moves or leaves in place (not those with
+// construction history), with the move the restore makes, S × C⁻¹ (the identity for a member at
+// the stance), in the order of the document's objects, in one visit of the document.
+std::vector<std::pair<const CTarsaObject*, ZK_Xform>> MeasureMoves(CTarsaDoc& doc,
+                                                                   const ZK_UUID& stance_id);
 
 // The summary of every stance of the table, in table order, in one visit of the document that
 // reads each record entry once.

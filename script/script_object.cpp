@@ -96,6 +96,7 @@ const DispatchMethod kMethods[] = {
     DispatchMethodOf<&CKorvoScriptObject::AppendStance>(L"AppendStance", 9),
     DispatchMethodOf<&CKorvoScriptObject::StanceMatches>(L"StanceMatches", 10),
     DispatchMethodOf<&CKorvoScriptObject::StanceDrift>(L"StanceDrift", 11),
+    DispatchMethodOf<&CKorvoScriptObject::StanceMoves>(L"StanceMoves", 12),
 };
 
 const InterfaceMapEntry kInterfaces[] = {
@@ -251,4 +252,19 @@ VARIANT CKorvoScriptObject::StanceDrift(const VARIANT& name) {
     moved.push_back(ArrayOf(entry));
   }
   return ArrayOf(moved);
+}
+
+VARIANT CKorvoScriptObject::StanceMoves(const VARIANT& name) {
+  CTarsaDoc* doc = nullptr;
+  ZK_UUID stance_id;
+  if (!FindNamedStance(name, doc, stance_id)) return Null();
+  std::vector<VARIANT> moves;
+  for (const auto& [object, move] : MeasureMoves(*doc, stance_id)) {
+    std::vector<VARIANT> entry = {StringVariant(ZK_UuidToString(object->ModelObjectId()))};
+    for (int row = 0; row < 4; ++row) {
+      for (int column = 0; column < 4; ++column) entry.push_back(Number(move(row, column)));
+    }
+    moves.push_back(ArrayOf(entry));
+  }
+  return ArrayOf(moves);
 }

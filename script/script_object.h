@@ -18,7 +18,8 @@ class CKorvoScriptObject : public CCmdTarget {
   static const CRuntimeClass kRuntimeClass;
   // {9677D424-87F1-4E77-B9ED-F3C954247C3E}: the object's dispatch interface.
   static const IID kDispatchInterfaceId;
-  // The nine methods with their DISPIDs, then StanceMatches (10) and StanceDrift (11).
+  // The nine methods with their DISPIDs, then StanceMatches (10), StanceDrift (11) and
+  // StanceMoves (12).
   static const DispatchMap kDispatchMap;
   static const InterfaceMap kInterfaceMap;
 
@@ -65,4 +66,9 @@ class CKorvoScriptObject : public CCmdTarget {
   // as text, how far its bounding box's centre travels, and the angle it turns in degrees; an
   // empty array when none moved; Null for no stance of that name.
   VARIANT StanceDrift(const VARIANT& name);
+  // What a restore of the stance would do to each member it moves or leaves in place (members
+  // with construction history are left out), in the document's order: each an array of its id as
+  // text and the sixteen numbers of the move, row by row (the identity for a member at the
+  // stance); an empty array when there is none; Null for no stance of that name.
+  VARIANT StanceMoves(const VARIANT& name);
 };

@@ -302,6 +302,45 @@ TEST_F(ScriptObjectTest, MatchesAndDriftTellWhatARestoreWouldMove) {
   }
 }
 
+TEST_F(ScriptObjectTest, MovesTellWhereARestoreWouldPutEachMemberAndChangeNothing) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID still = AddBox();
+  Save(L"Front", {box, still});
+  const ZK_Xform moved = ZK_Xform::Rotation(std::acos(-1.0) / 2, {0, 0, 1}, {5.5, 8, 5.5}) *
+                         ZK_Xform::Translation(3, 4, 0);
+  Move(box, moved);
+  const std::vector<ZK_3dPoint> before = Placement(box);
+  const VARIANT& moves = Call(L"StanceMoves", {Text(L"front")});
+  ASSERT_EQ(moves.vt, VT_ARRAY | VT_VARIANT);
+  LONG upper = -1;
+  SafeArrayGetUBound(moves.parray, 1, &upper);
+  ASSERT_EQ(upper, 1) << "both members, in the document's order";
+  for (LONG index = 0; index <= upper; ++index) {
+    VARIANT entry;
+    SafeArrayGetElement(moves.parray, &index, &entry);
+    ASSERT_EQ(entry.vt, VT_ARRAY | VT_VARIANT);
+    LONG fields = -1;
+    SafeArrayGetUBound(entry.parray, 1, &fields);
+    ASSERT_EQ(fields, 16);
+    VARIANT id;
+    LONG first = 0;
+    SafeArrayGetElement(entry.parray, &first, &id);
+    EXPECT_EQ(std::wstring(id.bstrVal), IdText(index == 0 ? box : still));
+    VariantClear(&id);
+    // The move undoes what was done to the box, and leaves the other where it is.
+    const ZK_Xform expected = index == 0 ? moved.Inverse() : ZK_Xform();
+    for (LONG k = 1; k <= 16; ++k) {
+      VARIANT number;
+      SafeArrayGetElement(entry.parray, &k, &number);
+      ASSERT_EQ(number.vt, VT_R8);
+      EXPECT_NEAR(number.dblVal, expected((k - 1) / 4, (k - 1) % 4), 1e-9) << k;
+    }
+    VariantClear(&entry);
+  }
+  ExpectNear(Placement(box), before);  // nothing moved
+  EXPECT_TRUE(IsNull(Call(L"StanceMoves", {Text(L"Nowhere")})));
+}
+
 TEST_F(ScriptObjectTest, EveryMethodAnswersNullWithoutAnActiveDocument) {
   const ZK_UUID box = AddBox();
   Save(L"Front", {box});
@@ -319,6 +358,7 @@ TEST_F(ScriptObjectTest, EveryMethodAnswersNullWithoutAnActiveDocument) {
       {L"AppendStance", {id, Text(L"Front")}},
       {L"StanceMatches", {Text(L"Front")}},
       {L"StanceDrift", {Text(L"Front")}},
+      {L"StanceMoves", {Text(L"Front")}},
   };
   for (const auto& [method, arguments] : calls) {
     EXPECT_TRUE(IsNull(Call(method, arguments))) << method;

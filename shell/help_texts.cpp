@@ -51,9 +51,10 @@ const HelpText kTexts[] = {
      L"  item (its label is edited). The action runs when the command has ended; the menu, the\n"
      L"  save dialog, the label and the questions it shows are answered on the command line,\n"
      L"  where Enter takes what the prompt proposes, or No.\n"},
-    {L"Picture", L"writes the top view of the model as an SVG picture.",
-     L"  Answer: the file (\".svg\" is added when there is no extension). Selected objects are\n"
-     L"  highlighted, hidden ones drawn faint and dashed.\n"},
+    {L"Picture", L"writes a 3-D view of the model as an SVG picture.",
+     L"  Answer: the file (\".svg\" is added when there is no extension), then on the same line\n"
+     L"  the side it is seen from: Top, Front, Right or Iso (the default). Boxes are solid and\n"
+     L"  shaded, selected objects highlighted, hidden ones left out; the names never overlap.\n"},
     {L"PlugIns", L"lists the loaded plug-ins with their version, file and developer.", L""},
     {L"Point", L"adds a point with a name and a location.",
      L"  Answers: the name (Enter: none), the location x,y,z.\n"},

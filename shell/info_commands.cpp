@@ -1,7 +1,8 @@
 // The host program's commands that show the model and the program:
 //   List             every object, one line each (shell/object_listing.h).
 //   What             the picked objects, one line each, then their points.
-//   Picture FILE     the top view as SVG (shell/top_view_picture.h).
+//   Picture FILE [Top|Front|Right|Iso]  the model seen from that side (Iso when none is given)
+//                    as SVG (shell/model_scene.h).
 //   PlugIns          the loaded plug-ins: name, version, module file and developer.
 //   Help [NAME]      the commands, or what one of them does.
 #include <algorithm>
@@ -14,9 +15,9 @@
 #include "host/tarsa/tarsa_get.h"
 #include "host/zefkit/standin/zk_point_geometry.h"
 #include "shell/help_texts.h"
+#include "shell/model_scene.h"
 #include "shell/object_listing.h"
 #include "shell/shell_command.h"
-#include "shell/top_view_picture.h"
 
 namespace {
 
@@ -63,14 +64,22 @@ class PictureCommand : public CTarsaShellCommand {
     std::wstring typed;
     if (context.Document() == nullptr) return failure;
     if (!TsAskForText(L"File for the picture", typed)) return cancel;
+    // The side it is seen from, when given on the same line.
+    std::wstring side;
+    TsStandardView view = TsStandardView::iso;
+    if (CTarsaStandIn::CommandLine().TakeGivenWord(L"View:", TsViewNames(), side)) {
+      TsViewNamed(side, view);
+    }
     std::string path = ZK_wString(typed).ToUtf8();
     if (path.find('.', path.find_last_of('/') + 1) == std::string::npos) path += ".svg";
     std::wstring error;
-    if (!TsWriteTopViewSvg(*context.Document(), path, error)) {
+    if (!TsWritePictureSvg(*context.Document(), view, path, error)) {
       Print(error + L"\n");
       return failure;
     }
-    Print(L"Wrote the top view to " + ZK_wString::FromUtf8(path).Text() + L".\n");
+    std::wstring name = TsViewName(view);
+    name[0] = static_cast<wchar_t>(std::towlower(name[0]));
+    Print(L"Wrote the " + name + L" view to " + ZK_wString::FromUtf8(path).Text() + L".\n");
     return success;
   }
 };

@@ -21,24 +21,11 @@
 #include "host/tarsa/tarsa_get.h"
 #include "shell/object_listing.h"
 #include "shell/shell_command.h"
+#include "shell/stance_preview.h"
 
 namespace {
 
 void Print(const std::wstring& text) { TarsaApp().Print(L"%s", text.c_str()); }
-
-// The first loaded plug-in's script object, with one reference for the caller; null when none
-// offers one.
-IDispatch* ScriptObject() {
-  for (CTarsaPlugIn* plug_in : CTarsaStandIn::PlugIns()) {
-    IUnknown* unknown = plug_in->GetScriptObjectInterface(IID_IDispatch);
-    if (unknown == nullptr) continue;
-    void* dispatch = nullptr;
-    const HRESULT found = unknown->QueryInterface(IID_IDispatch, &dispatch);
-    unknown->Release();
-    if (SUCCEEDED(found)) return static_cast<IDispatch*>(dispatch);
-  }
-  return nullptr;
-}
 
 bool Starts(const std::wstring& text, const wchar_t* start) {
   return text.compare(0, std::wcslen(start), start) == 0;
@@ -204,7 +191,7 @@ class ScriptCommand : public CTarsaShellCommand {
   }
 
   static result Call(std::wstring method, std::vector<VARIANT>& arguments) {
-    IDispatch* script = ScriptObject();
+    IDispatch* script = TsScriptObject();
     if (script == nullptr) {
       Print(L"No plug-in offers a script object.\n");
       return failure;

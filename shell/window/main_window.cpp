@@ -19,6 +19,7 @@
 #include "host/tarsa/tarsa_named_object_panel.h"
 #include "shell/panel_text.h"
 #include "shell/session.h"
+#include "shell/stance_preview.h"
 #include "shell/window/model_view.h"
 #include "shell/window/panel_dock.h"
 #include "shell/window/window_answers.h"
@@ -97,6 +98,7 @@ TsMainWindow::TsMainWindow()
   setCentralWidget(splitter);
   m_dock = new TsPanelDock(this,
                            [this](std::function<void()> action) { m_user.Act(std::move(action)); });
+  m_dock->SetSelectionChanged([this] { UpdatePreview(); });
   m_answers = std::make_unique<TsWindowAnswers>(this, *m_dock);
   addDockWidget(Qt::RightDockWidgetArea, m_dock);
   resizeDocks({m_dock}, {240}, Qt::Horizontal);
@@ -135,15 +137,29 @@ void TsMainWindow::MakeMenus() {
   command(edit, "&Redo", L"_Redo")
       ->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(QKeySequence::Redo)});
   QMenu* view = menuBar()->addMenu("&View");
-  const auto direction = [this, view](const QString& text, TsModelView::Direction d, int key) {
+  const auto standard = [this, view](const QString& text, TsStandardView side, int key) {
     view->addAction(text, QKeySequence(Qt::CTRL | key), this,
-                    [this, d] { m_view->SetDirection(d); });
+                    [this, side] { m_view->SetStandardView(side); })
+        ->setShortcutContext(Qt::ApplicationShortcut);
   };
-  direction("&Top", TsModelView::Direction::top, Qt::Key_1);
-  direction("&Front", TsModelView::Direction::front, Qt::Key_2);
-  direction("&Right", TsModelView::Direction::right, Qt::Key_3);
+  standard("&Top", TsStandardView::top, Qt::Key_1);
+  standard("&Front", TsStandardView::front, Qt::Key_2);
+  standard("&Right", TsStandardView::right, Qt::Key_3);
+  standard("&Iso", TsStandardView::iso, Qt::Key_4);
   view->addAction("Zoom to &Fit", QKeySequence(Qt::CTRL | Qt::Key_0), this,
-                  [this] { m_view->ZoomToFit(); });
+                  [this] { m_view->ZoomToFit(); })
+      ->setShortcutContext(Qt::ApplicationShortcut);
+  view->addSeparator();
+  QAction* perspective = view->addAction("&Perspective", QKeySequence(Qt::CTRL | Qt::Key_5));
+  perspective->setShortcutContext(Qt::ApplicationShortcut);
+  perspective->setCheckable(true);
+  connect(perspective, &QAction::toggled, this, [this](bool on) {
+    m_view->SetProjection(on ? TsProjection::perspective : TsProjection::orthographic);
+  });
+  QAction* animate = view->addAction("&Animate");
+  animate->setCheckable(true);
+  animate->setChecked(m_view->Animate());
+  connect(animate, &QAction::toggled, this, [this](bool on) { m_view->SetAnimate(on); });
   view->addSeparator();
   command(view, "&Stances Panel", L"_Stance");
 }
@@ -153,10 +169,16 @@ void TsMainWindow::Refresh() {
                                          (TarsaSession().IsModified() ? L"*" : L"") + L" - tarsa"));
   m_view->update();
   m_dock->Refresh();
+  UpdatePreview();
   // Which stances the model matches, as the open panel marks them.
   const std::vector<CTsNamedDocObjectManagerDlg*> panels = CTarsaStandIn::Panels();
   statusBar()->showMessage(
       panels.empty() ? QString() : QString::fromStdWString(TsMatchesText(panels.front()->List())));
+}
+
+void TsMainWindow::UpdatePreview() {
+  const std::wstring stance = TsSelectedStance();
+  m_view->SetPreview(stance.empty() ? std::vector<TsPreviewMove>() : TsStanceMoves(stance));
 }
 
 void TsMainWindow::Idle() {

@@ -3,6 +3,8 @@
 // links that answer it, and the text wraps within the window's width) and the line where the user
 // types; the host's open list panel is docked at the right, and the status bar says which stances
 // the model matches ("Matches: Exploded"); the menus run the host's file, edit and view commands.
+// The stance selected in the panel is previewed in the view: its members' outlines where a
+// restore would put them.
 // The widgets only report what the user does to a TsWindowInput, which answers the command line:
 // see shell/window_input.h. Owned by the program while it runs.
 #pragma once
@@ -56,6 +58,9 @@ class TsMainWindow : public QMainWindow, public ITsFrontEnd {
 
  private:
   void MakeMenus();
+  // Previews the stance selected in the panel, where a restore would put its members; none when
+  // none is selected.
+  void UpdatePreview();
   // Runs a host command as the menus do: at once at "Command:", else after cancelling the
   // command that waits.
   void RunFromMenu(const std::wstring& command);

@@ -4,13 +4,17 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPolygonF>
 #include <QStatusBar>
 #include <QToolButton>
+#include <cmath>
 #include <functional>
 
+#include "data/placement_record.h"
 #include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_named_object_panel.h"
 #include "panel/stances_panel.h"
@@ -65,10 +69,12 @@ class MainWindowTest : public StanceDocumentTest {
     Mouse(QEvent::MouseButtonPress, at, button, button, modifiers);
     Mouse(QEvent::MouseButtonRelease, at, button, Qt::NoButton, modifiers);
   }
-  void Drag(QPointF from, QPointF to) {
-    Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
-    Mouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
-    Mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+  // A drag with the left button: with Ctrl it draws a picking window, without it orbits.
+  void Drag(QPointF from, QPointF to, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) {
+    Mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseMove, (from + to) / 2, Qt::NoButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, modifiers);
+    Mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, modifiers);
   }
   void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held,
              Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -87,8 +93,23 @@ class MainWindowTest : public StanceDocumentTest {
       return true;
     });
   }
-  // A point on the object's drawing: its first drawn point.
-  QPointF On(const ZK_UUID& id) { return View().DrawnPoints(id).at(0); }
+  // A point on the object's drawing: the middle of its drawn points.
+  QPointF On(const ZK_UUID& id) {
+    const std::vector<QPointF> drawn = View().DrawnPoints(id);
+    QPointF sum;
+    for (const QPointF& p : drawn) sum += p;
+    return sum / static_cast<double>(drawn.size());
+  }
+  // The item of the View menu with that text, or null.
+  QAction* ViewAction(const QString& text) const {
+    for (QAction* menu : window_->menuBar()->actions()) {
+      if (menu->text() != "&View") continue;
+      for (QAction* item : menu->menu()->actions()) {
+        if (item->text() == text) return item;
+      }
+    }
+    return nullptr;
+  }
   // The command line's output as the window shows it.
   QString Shown() const { return window_->findChild<QPlainTextEdit*>()->toPlainText(); }
   bool Selected(const ZK_UUID& id) const { return Object(id)->IsSelected() != 0; }
@@ -203,7 +224,6 @@ TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel
   Move(right, ZK_Xform::Translation(10, 0, 0));
   Save(L"Apart", {left, right});
   window_->Idle();
-  const std::vector<QPointF> apart = View().DrawnPoints(right);
   bool shift_added = false, cleared = false, window_picked = false;
   At(L"Command:", [&] {
     Click(On(left));
@@ -242,10 +262,190 @@ TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel
   EXPECT_TRUE(shift_added) << "Shift adds";
   EXPECT_TRUE(cleared) << "a click on nothing clears the selection";
   EXPECT_TRUE(window_picked);
-  EXPECT_EQ(View().DrawnPoints(right), apart) << "the double click restored the stance";
+  ExpectNear(Placement(right), ZK_Box({10, 0, 0}, {11, 1, 1}).Points());  // restored
   EXPECT_EQ(window_->statusBar()->currentMessage(), "Matches: Apart");
   EXPECT_TRUE(Shown().contains("Undo Move") || Shown().contains("Command: _Undo"));
   ExpectNear(Placement(left), ZK_Box({0, 0, 0}, {1, 1, 1}).Points());
+}
+
+TEST_F(MainWindowTest, TheViewStartsIsoOrbitsUnderADragAndStillPicksForAPrompt) {
+  const ZK_UUID left = AddNamed(L"left");
+  const ZK_UUID right = AddNamed(L"right");
+  Move(right, ZK_Xform::Translation(4, 0, 0));
+  window_->Idle();
+  TsCamera iso;
+  iso.SetStandardView(TsStandardView::iso);
+  const TsQuat start = View().Camera().Orientation();
+  EXPECT_NEAR(start.w, iso.Orientation().w, 1e-12);
+  EXPECT_NEAR(start.z, iso.Orientation().z, 1e-12);
+  const std::vector<QPointF> before = View().DrawnPoints(left);
+  std::vector<QPointF> orbited;
+  At(L"Command:", [&] {
+    // A drag without Ctrl turns the view and picks nothing.
+    Drag(On(right) + QPointF(0, 60), On(right) + QPointF(80, 30), Qt::NoModifier);
+    orbited = View().DrawnPoints(left);
+    Type("Move");
+    At(L"Select objects", [&] {
+      Click(On(left));
+      At(L"Select objects", [&] {
+        Type("");
+        At(L"Offset", [&] {
+          Type("0,5,0");
+          At(L"Command:", [&] {
+            // The standard views come from the View menu and its keys.
+            QAction* top = ViewAction("&Top");
+            if (top != nullptr) {
+              EXPECT_EQ(top->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_1));
+              top->trigger();
+            }
+            Type("-Exit");
+          });
+        });
+      });
+    });
+  });
+  RunUser();
+  EXPECT_NE(orbited, before) << "the drag orbited";
+  EXPECT_FALSE(Selected(right)) << "an orbit picks nothing";
+  EXPECT_TRUE(Shown().contains("Select objects: left")) << Shown().toStdString();
+  ExpectNear(Placement(left), ZK_Box({0, 5, 0}, {1, 6, 1}).Points());  // the picked box moved
+  EXPECT_NEAR(std::fabs(View().Camera().Orientation().w), 1, 1e-12) << "seen from the top";
+  for (const char* item : {"&Front", "&Right", "&Iso", "Zoom to &Fit", "&Perspective"}) {
+    EXPECT_NE(ViewAction(item), nullptr) << item;
+  }
+}
+
+// The middle of the points.
+QPointF Middle(const std::vector<QPointF>& points) {
+  QPointF sum;
+  for (const QPointF& p : points) sum += p;
+  return points.empty() ? sum : sum / static_cast<double>(points.size());
+}
+
+bool Near(const QPointF& a, const QPointF& b) { return QLineF(a, b).length() < 1e-6; }
+
+TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnce) {
+  const ZK_UUID box = AddNamed(L"box", new ZK_Box({0, 0, 0}, {2, 1, 1}));
+  AddNamed(L"floor", new ZK_Box({-1, -2, -2}, {10, 5, -1}));  // the view fits both places
+  Save(L"Home", {box});
+  Move(box, ZK_Xform::Translation(6, 2, 0) *
+                ZK_Xform::Rotation(std::acos(-1.0) / 2, {0, 0, 1}, {1, 0.5, 0.5}));
+  double now = 0;
+  View().SetClock([&now] { return now; });
+  window_->Idle();
+  QApplication::processEvents();
+  const std::vector<QPointF> away = View().DrawnPoints(box);
+  std::vector<ZK_3dPoint> placed;
+  std::vector<QPointF> start, middle, end, moved, later, restored;
+  bool gliding = false, glided = true, move_glides = true, restore_glides = true;
+  At(L"Command:", [&] {
+    Type("-Stance Restore Home _Enter");
+    At(L"Command:", [&] {
+      placed = Placement(box);  // the model changed at once
+      gliding = View().Gliding();
+      start = View().DrawnPoints(box);
+      now = 0.2;
+      middle = View().DrawnPoints(box);
+      now = 0.4;
+      end = View().DrawnPoints(box);
+      glided = View().Gliding();
+      // View > Animate off: a move and a restore show at once.
+      QAction* animate = ViewAction("&Animate");
+      if (animate != nullptr) animate->trigger();
+      Type("Move box _Enter 0,3,0");
+      At(L"Command:", [&] {
+        move_glides = View().Gliding();
+        moved = View().DrawnPoints(box);
+        now = 10;
+        later = View().DrawnPoints(box);
+        Type("-Stance Restore Home _Enter");
+        At(L"Command:", [&] {
+          restore_glides = View().Gliding();
+          restored = View().DrawnPoints(box);
+          Type("-Exit");
+        });
+      });
+    });
+  });
+  RunUser();
+  ExpectNear(placed, ZK_Box({0, 0, 0}, {2, 1, 1}).Points());
+  EXPECT_TRUE(gliding) << "the restore glides";
+  ASSERT_EQ(start.size(), 8u);
+  for (size_t i = 0; i < start.size(); ++i) EXPECT_TRUE(Near(start[i], away[i])) << i;
+  // Half way through, the box's middle is half way along the line, and the box is turned half way:
+  // its first edge is as long as ever, at 45 degrees to where it ends.
+  ASSERT_EQ(middle.size(), 8u);
+  ASSERT_EQ(end.size(), 8u);
+  EXPECT_TRUE(Near(Middle(middle), (Middle(start) + Middle(end)) / 2));
+  EXPECT_FALSE(Near(middle[0], (start[0] + end[0]) / 2)) << "a turn, not a straight line";
+  EXPECT_FALSE(glided) << "over after 0.4 s";
+  EXPECT_FALSE(move_glides);
+  EXPECT_EQ(moved, later) << "drawn where it is at once";
+  ASSERT_EQ(moved.size(), 8u);
+  EXPECT_FALSE(Near(moved[0], end[0]));
+  EXPECT_FALSE(restore_glides);
+  ASSERT_EQ(restored.size(), 8u);
+  for (size_t i = 0; i < restored.size(); ++i) EXPECT_TRUE(Near(restored[i], end[i])) << i;
+}
+
+TEST_F(MainWindowTest, SelectingAStanceInThePanelPreviewsItsPlacesAndChangesNothing) {
+  const ZK_UUID lid = AddNamed(L"lid");
+  const ZK_UUID base = AddNamed(L"base", new ZK_Box({-1, -1, -2}, {6, 3, -1}));
+  Save(L"Shut", {lid});
+  Move(lid, ZK_Xform::Translation(3, 0, 0));
+  Save(L"Open", {lid});
+  Move(lid, ZK_Xform::Translation(0, 1, 0));  // at neither
+  window_->Idle();
+  // What must not change: the objects' places, the undo steps, the lid's record, the stances.
+  const auto state = [&] {
+    std::vector<double> numbers;
+    for (const ZK_UUID& id : {lid, base}) {
+      for (const ZK_3dPoint& p : Placement(id)) numbers.insert(numbers.end(), {p.x, p.y, p.z});
+    }
+    numbers.push_back(CTarsaStandIn::UndoStepCount(*doc_));
+    const CKorvoUserData* record = RecordOf(lid);
+    for (int e = 0; e < record->m_entries.GetCount(); ++e) {
+      for (int k = 0; k < 16; ++k) numbers.push_back(record->m_entries[e]->m_xform(k / 4, k % 4));
+    }
+    for (int k = 0; k < 16; ++k) numbers.push_back(record->m_accumulated_xform(k / 4, k % 4));
+    numbers.push_back(Table().Count());
+    return numbers;
+  };
+  const std::vector<double> before = state();
+  const auto outlines = [&] {
+    int count = 0;
+    const TsFrame& frame = View().Frame();
+    for (const int i : frame.order) count += View().Sources()[i] == nullptr;
+    return count;
+  };
+  EXPECT_EQ(outlines(), 0);
+  QListWidget* list = window_->Dock()->List();
+  const auto item = [list](const QString& name) {
+    return list->findItems(name, Qt::MatchExactly).value(0);
+  };
+  ASSERT_NE(item("Shut"), nullptr);
+  item("Shut")->setSelected(true);
+  ASSERT_EQ(View().Preview().size(), 1u);
+  EXPECT_EQ(View().Preview()[0].object, lid);
+  EXPECT_NEAR(View().Preview()[0].move(0, 3), -3, 1e-9);
+  EXPECT_NEAR(View().Preview()[0].move(1, 3), -1, 1e-9);
+  EXPECT_EQ(outlines(), 1) << "the lid's outline where Shut puts it";
+  // The outline is drawn last, dashed, with every edge of the box.
+  const TsFrame& frame = View().Frame();
+  const TsDrawnObject& outline = frame.objects[frame.order.back()];
+  ASSERT_EQ(outline.primitive_count, 1u);
+  EXPECT_TRUE(frame.primitives[outline.first_primitive].dashed);
+  EXPECT_EQ(frame.primitives[outline.first_primitive].count, 24u);
+  // Another stance selected moves the preview; none selected clears it.
+  item("Shut")->setSelected(false);
+  item("Open")->setSelected(true);
+  ASSERT_EQ(View().Preview().size(), 1u);
+  EXPECT_NEAR(View().Preview()[0].move(0, 3), 0, 1e-9);
+  EXPECT_NEAR(View().Preview()[0].move(1, 3), -1, 1e-9);
+  list->clearSelection();
+  EXPECT_TRUE(View().Preview().empty());
+  EXPECT_EQ(outlines(), 0);
+  EXPECT_EQ(state(), before) << "the preview changed nothing";
 }
 
 }  // namespace

@@ -1,243 +1,289 @@
 #include "shell/window/model_view.h"
 
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QRubberBand>
+#include <QTimer>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
 #include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_doc.h"
-#include "host/zefkit/standin/zk_point_geometry.h"
-#include "shell/object_listing.h"
-#include "shell/top_view_picture.h"
+#include "shell/drawing/picking.h"
+#include "shell/model_scene.h"
+#include "shell/window/frame_painter.h"
 
 namespace {
 
-constexpr double kMargin = 40;     // room for names at the edges
+constexpr double kMargin = 40;     // room for names at the edges when the view fits
 constexpr double kPickPixels = 5;  // how near a click must come to an object's lines
 constexpr double kDragPixels = 4;  // how far the pointer moves before a click becomes a drag
+// A frame of more primitives than this is drawn without antialiasing while the view turns or
+// moves, so that it keeps up with the mouse.
+constexpr size_t kQuickPrimitives = 4000;
 
-// Selected objects, and those an object prompt has picked so far, stand out.
-QPen PenFor(const CTarsaObject& object) {
-  const std::vector<ZK_UUID>& picked = CTarsaStandIn::CommandLine().Question().picked;
-  if (object.IsSelected() ||
-      std::find(picked.begin(), picked.end(), object.ModelObjectId()) != picked.end()) {
-    return QPen(QColor(0xe8, 0x70, 0x0a), 3);
+// The points an object glides through: its own, and for a light the tip of its direction.
+std::vector<TsVec3> Pose(const TsSceneObject& object) {
+  std::vector<TsVec3> pose = object.points;
+  if (object.kind == TsShapeKind::light && !pose.empty()) {
+    pose.push_back(pose[0] + Normalized(object.direction));
   }
-  if (object.ObjectState() == CTarsaObject::locked_object) return QPen(QColor(0x88, 0x88, 0x88), 1);
-  return QPen(QColor(0x1f, 0x3a, 0x5f), 1.5);
+  return pose;
 }
 
-// The lines an object is drawn with, between its drawn points: a box's edges, a polyline's
-// segments; none for a single point.
-std::vector<std::pair<int, int>> Segments(const CTarsaObject& object, size_t points) {
-  std::vector<std::pair<int, int>> segments;
-  if (object.ObjectType() == ZK_Box::kObjectType && points == 8) {
-    for (const auto& edge : kTsBoxEdges) segments.emplace_back(edge[0], edge[1]);
+void SetPose(TsSceneObject& object, const std::vector<TsVec3>& pose) {
+  if (object.kind == TsShapeKind::light && pose.size() == 2) {
+    object.points = {pose[0]};
+    object.direction = pose[1] - pose[0];
   } else {
-    for (size_t i = 1; i < points; ++i) segments.emplace_back(int(i) - 1, int(i));
+    object.points = pose;
   }
-  return segments;
-}
-
-double DistanceToSegment(const QPointF& p, const QPointF& a, const QPointF& b) {
-  const QPointF ab = b - a;
-  const double length2 = QPointF::dotProduct(ab, ab);
-  const double t =
-      length2 > 0 ? std::clamp(QPointF::dotProduct(p - a, ab) / length2, 0.0, 1.0) : 0.0;
-  const QPointF d = p - (a + t * ab);
-  return std::hypot(d.x(), d.y());
 }
 
 }  // namespace
 
 TsModelView::TsModelView(QWidget* parent) : QWidget(parent) {
+  auto elapsed = std::make_shared<QElapsedTimer>();
+  elapsed->start();
+  m_clock = [elapsed] { return elapsed->nsecsElapsed() / 1e9; };
+  m_tick = new QTimer(this);
+  m_tick->setInterval(15);
+  connect(m_tick, &QTimer::timeout, this, [this] { update(); });
   setMinimumSize(320, 240);
   setAutoFillBackground(true);
   QPalette white = palette();
   white.setColor(QPalette::Window, Qt::white);
   setPalette(white);
+  setMouseTracking(false);
   m_band = new QRubberBand(QRubberBand::Rectangle, this);
+  m_camera.SetStandardView(TsStandardView::iso);
 }
 
-void TsModelView::SetDirection(Direction direction) {
-  m_direction = direction;
+TsModelView::~TsModelView() = default;
+
+void TsModelView::SetStandardView(TsStandardView view) {
+  m_camera.SetStandardView(view);
+  ZoomToFit();
+}
+
+void TsModelView::SetProjection(TsProjection projection) {
+  m_camera.SetProjection(projection);
   ZoomToFit();
 }
 
 void TsModelView::ZoomToFit() {
-  Fit(Shown());
+  Draw();
+  Fit(m_scene);
   update();
 }
 
 void TsModelView::Zoom(double factor, const QPointF& centre) {
-  if (!(factor > 0)) return;
-  m_scale *= factor;
-  m_pixel_origin = centre + (m_pixel_origin - centre) * factor;
+  m_camera.ZoomAt(factor, centre.x(), centre.y());
   update();
 }
 
 void TsModelView::Pan(const QPointF& by) {
-  m_pixel_origin += by;
+  m_camera.Pan(by.x(), by.y());
   update();
 }
 
-std::vector<const CTarsaObject*> TsModelView::Shown() const {
-  std::vector<const CTarsaObject*> shown;
-  CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
-  if (doc == nullptr) return shown;
-  for (const CTarsaObject* object : TsEveryObject(*doc)) {
-    if (object->ObjectState() != CTarsaObject::hidden_object) shown.push_back(object);
-  }
-  return shown;
+void TsModelView::Orbit(const QPointF& by) {
+  m_camera.Orbit(by.x(), by.y());
+  update();
 }
 
-QPointF TsModelView::At(double x, double y, double z) const {
-  const QPointF model = m_direction == Direction::top     ? QPointF(x, y)
-                        : m_direction == Direction::front ? QPointF(x, z)
-                                                          : QPointF(y, z);
-  const QPointF d = (model - m_model_origin) * m_scale;
-  return m_pixel_origin + QPointF(d.x(), -d.y());  // the view's second axis points up
+void TsModelView::SetAnimate(bool animate) {
+  m_animate = animate;
+  if (animate) return;
+  m_glides.clear();
+  m_tick->stop();
+  update();
 }
 
-std::vector<QPointF> TsModelView::Drawn(const CTarsaObject& object) const {
-  std::vector<QPointF> drawn;
-  for (const ZK_3dPoint& p : TsTopViewPoints(object)) drawn.push_back(At(p.x, p.y, p.z));
-  return drawn;
+bool TsModelView::Gliding() {
+  Draw();
+  return !m_glides.empty();
 }
 
-void TsModelView::Fit(const std::vector<const CTarsaObject*>& shown) {
-  CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
-  m_fitted_document = doc ? doc->RuntimeSerialNumber() : 0;
-  // The extent in the view's axes, taken from the points as drawn at scale 1 about 0, 0.
-  m_scale = 1;
-  m_model_origin = QPointF();
-  m_pixel_origin = QPointF();
-  double left = 0, top = 0, right = 0, bottom = 0;
-  m_fitted_to_something = false;
-  for (const CTarsaObject* object : shown) {
-    for (const QPointF& p : Drawn(*object)) {
-      const bool first = !m_fitted_to_something;
-      left = first ? p.x() : std::min(left, p.x());
-      right = first ? p.x() : std::max(right, p.x());
-      top = first ? p.y() : std::min(top, p.y());
-      bottom = first ? p.y() : std::max(bottom, p.y());
-      m_fitted_to_something = true;
-    }
-  }
-  const QRectF extent(QPointF(left, top), QPointF(right, bottom));
-  const double room_x = std::max(width() - 2 * kMargin, 1.0);
-  const double room_y = std::max(height() - 2 * kMargin, 1.0);
-  const double scale = std::min(extent.width() > 1e-9 ? room_x / extent.width() : 1e9,
-                                extent.height() > 1e-9 ? room_y / extent.height() : 1e9);
-  m_scale = scale >= 1e9 ? 1 : scale;
-  // The extent's centre (a drawn point at scale 1: y is flipped) goes to the widget's centre.
-  m_model_origin = QPointF(extent.center().x(), -extent.center().y());
-  m_pixel_origin = QPointF(width() / 2.0, height() / 2.0);
-}
-
-void TsModelView::FitIfNeeded(const std::vector<const CTarsaObject*>& shown) {
+void TsModelView::Glide(double now) {
   CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
   const unsigned int serial = doc ? doc->RuntimeSerialNumber() : 0;
-  if (serial != m_fitted_document || !m_fitted_to_something) Fit(shown);
+  if (serial != m_seen_document) {  // another document: nothing of it was seen before
+    m_seen.clear();
+    m_glides.clear();
+    m_seen_document = serial;
+  }
+  std::unordered_map<ZK_UUID, std::vector<TsVec3>, ZK_UuidHash> seen;
+  std::vector<TsVec3> at;
+  for (size_t i = 0; i < m_scene.size(); ++i) {
+    const ZK_UUID& id = m_sources[i]->ModelObjectId();
+    std::vector<TsVec3> pose = Pose(m_scene[i]);
+    const auto known = m_seen.find(id);
+    auto moving = m_glides.find(id);
+    if (m_animate && known != m_seen.end() && known->second != pose) {
+      // It moved since it was last drawn: it glides from where it is drawn now.
+      std::vector<TsVec3> from = known->second;
+      if (moving != m_glides.end()) {
+        moving->second.glide.At((now - moving->second.start) / kTsGlideSeconds, from);
+      }
+      moving = m_glides.insert_or_assign(id, Moving{TsGlide(from, pose), now}).first;
+    }
+    if (moving != m_glides.end()) {
+      const double t = (now - moving->second.start) / kTsGlideSeconds;
+      if (t >= 1) {
+        m_glides.erase(moving);
+      } else {
+        moving->second.glide.At(t, at);
+        SetPose(m_scene[i], at);
+      }
+    }
+    seen.emplace(id, std::move(pose));
+  }
+  // What is no longer shown glides no more.
+  for (auto it = m_glides.begin(); it != m_glides.end();) {
+    it = seen.count(it->first) ? std::next(it) : m_glides.erase(it);
+  }
+  m_seen = std::move(seen);
+  if (m_glides.empty()) {
+    m_tick->stop();
+  } else if (!m_tick->isActive()) {
+    m_tick->start();
+  }
 }
 
-std::vector<const CTarsaObject*> TsModelView::Visible() {
-  const std::vector<const CTarsaObject*> shown = Shown();
-  FitIfNeeded(shown);
-  return shown;
+void TsModelView::SetPreview(std::vector<TsPreviewMove> moves) {
+  const auto same = [](const std::vector<TsPreviewMove>& a, const std::vector<TsPreviewMove>& b) {
+    if (a.size() != b.size()) return false;
+    for (size_t i = 0; i < a.size(); ++i) {
+      if (!(a[i].object == b[i].object)) return false;
+      for (int k = 0; k < 16; ++k) {
+        if (a[i].move(k / 4, k % 4) != b[i].move(k / 4, k % 4)) return false;
+      }
+    }
+    return true;
+  };
+  if (same(moves, m_preview)) return;
+  m_preview = std::move(moves);
+  update();
 }
+
+void TsModelView::Fit(const std::vector<TsSceneObject>& scene) {
+  CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
+  m_fitted_document = doc ? doc->RuntimeSerialNumber() : 0;
+  m_camera.SetViewport(width(), height());
+  m_fitted_to_something = m_camera.Fit(TsScenePoints(scene), kMargin);
+}
+
+const TsFrame& TsModelView::Draw() {
+  m_scene.clear();
+  m_sources.clear();
+  CTarsaDoc* doc = CTarsaStandIn::CommandLine().Document();
+  if (doc != nullptr) {
+    TsModelScene scene = TsSceneOf(*doc, CTarsaStandIn::CommandLine().Question().picked);
+    m_scene = std::move(scene.objects);
+    m_sources = std::move(scene.sources);
+  }
+  m_camera.SetViewport(width(), height());
+  const unsigned int serial = doc ? doc->RuntimeSerialNumber() : 0;
+  if (serial != m_fitted_document || !m_fitted_to_something) Fit(m_scene);
+  Glide(m_clock());
+  // The preview's outlines, of the objects shown, at the places it gives them.
+  for (const TsPreviewMove& preview : m_preview) {
+    if (preview.move.IsIdentity(1e-12)) continue;  // already where the stance puts it
+    const auto shown = std::find_if(m_sources.begin(), m_sources.end(), [&](const CTarsaObject* o) {
+      return o != nullptr && o->ModelObjectId() == preview.object;
+    });
+    TsSceneObject outline;
+    if (shown == m_sources.end() || !TsSceneObjectOf(**shown, TsObjectState::outline, outline)) {
+      continue;
+    }
+    for (TsVec3& p : outline.points) {
+      const ZK_3dPoint moved = preview.move * ZK_3dPoint{p.x, p.y, p.z};
+      p = {moved.x, moved.y, moved.z};
+    }
+    const ZK_3dVector d =
+        preview.move * ZK_3dVector{outline.direction.x, outline.direction.y, outline.direction.z};
+    outline.direction = {d.x, d.y, d.z};
+    m_scene.push_back(std::move(outline));
+    m_sources.push_back(nullptr);
+  }
+  return m_drawing.Draw(m_scene, m_camera, TsTextOptions(font()));
+}
+
+const TsFrame& TsModelView::Frame() { return Draw(); }
 
 std::vector<QPointF> TsModelView::DrawnPoints(const ZK_UUID& id) {
-  for (const CTarsaObject* object : Visible()) {
-    if (object->ModelObjectId() == id) return Drawn(*object);
+  const TsFrame& frame = Draw();
+  for (size_t i = 0; i < m_sources.size(); ++i) {
+    if (m_sources[i] == nullptr || !(m_sources[i]->ModelObjectId() == id)) continue;
+    const TsDrawnObject& drawn = frame.objects[i];
+    if (!drawn.drawn) return {};
+    std::vector<QPointF> points;
+    for (std::uint32_t k = 0; k < drawn.pixel_count; ++k) {
+      const TsPoint2& p = frame.pixels[drawn.first_pixel + k];
+      points.emplace_back(p.x, p.y);
+    }
+    return points;
   }
   return {};
 }
 
 const CTarsaObject* TsModelView::ObjectAt(const QPointF& at) {
-  const CTarsaObject* nearest = nullptr;
-  double best = kPickPixels;
-  for (const CTarsaObject* object : Visible()) {
-    const std::vector<QPointF> p = Drawn(*object);
-    double distance = p.empty() ? 1e300 : DistanceToSegment(at, p[0], p[0]);
-    for (const auto& segment : Segments(*object, p.size())) {
-      distance = std::min(distance, DistanceToSegment(at, p[segment.first], p[segment.second]));
-    }
-    if (distance <= best) {
-      best = distance;
-      nearest = object;
-    }
-  }
-  return nearest;
+  const TsFrame& frame = Draw();
+  const int picked = TsPickAt(frame, m_scene, {at.x(), at.y()}, kPickPixels);
+  return picked < 0 ? nullptr : m_sources[picked];
 }
 
 std::vector<const CTarsaObject*> TsModelView::ObjectsInside(const QRectF& window) {
+  const TsFrame& frame = Draw();
   std::vector<const CTarsaObject*> inside;
-  for (const CTarsaObject* object : Visible()) {
-    const std::vector<QPointF> p = Drawn(*object);
-    if (!p.empty() && std::all_of(p.begin(), p.end(),
-                                  [&window](const QPointF& q) { return window.contains(q); })) {
-      inside.push_back(object);
-    }
+  for (const int i : TsPickInside(frame, m_scene,
+                                  {window.left(), window.top(), window.right(), window.bottom()})) {
+    if (m_sources[i] != nullptr) inside.push_back(m_sources[i]);
   }
   return inside;
 }
 
 void TsModelView::paintEvent(QPaintEvent*) {
-  const std::vector<const CTarsaObject*> shown = Visible();
+  const TsFrame& frame = Draw();
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  for (const CTarsaObject* object : shown) {
-    const std::vector<QPointF> p = Drawn(*object);
-    if (p.empty()) continue;
-    painter.setPen(PenFor(*object));
-    if (const ZK_Light* light = ZK_Light::Cast(object->Geometry())) {
-      const ZK_3dVector& d = light->m_direction;
-      const QPointF ray = At(d.x, d.y, d.z) - At(0, 0, 0);
-      const double length = std::max(std::hypot(ray.x(), ray.y()), 1e-9);
-      painter.drawLine(p[0], p[0] + ray / length * 30);
-      painter.setBrush(QColor(0xff, 0xd8, 0x4a));
-      painter.drawEllipse(p[0], 8, 8);
-    } else if (p.size() == 1) {
-      painter.setBrush(painter.pen().color());
-      painter.drawEllipse(p[0], 3, 3);
-    } else {
-      QPainterPath path;
-      for (const auto& segment : Segments(*object, p.size())) {
-        path.moveTo(p[segment.first]);
-        path.lineTo(p[segment.second]);
-      }
-      painter.drawPath(path);
-    }
-    painter.setBrush(Qt::NoBrush);
-    const ZK_wString& name = object->Attributes().m_name;
-    if (name.IsEmpty()) continue;
-    QPointF corner = p[0];
-    for (const QPointF& q : p)
-      corner = QPointF(std::min(corner.x(), q.x()), std::min(corner.y(), q.y()));
-    painter.setPen(QColor(0x22, 0x22, 0x22));
-    painter.drawText(corner + QPointF(0, -6), QString::fromStdWString(name.Text()));
-  }
+  const bool moving = m_interacting || !m_glides.empty();
+  TsPaintFrame(painter, frame, font(), !(moving && frame.primitives.size() > kQuickPrimitives));
+}
+
+void TsModelView::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  m_camera.SetViewport(width(), height());
 }
 
 void TsModelView::mousePressEvent(QMouseEvent* event) {
   if (m_drag != Qt::NoButton) return;
   m_drag = event->button();
+  m_drag_modifiers = event->modifiers();
   m_drag_start = m_drag_last = event->position();
+  m_dragged = false;
 }
 
 void TsModelView::mouseMoveEvent(QMouseEvent* event) {
   const QPointF at = event->position();
-  if (m_drag == Qt::MiddleButton || m_drag == Qt::RightButton) {
-    Pan(at - m_drag_last);
-  } else if (m_drag == Qt::LeftButton &&
-             (m_band->isVisible() || QLineF(m_drag_start, at).length() > kDragPixels)) {
+  if (m_drag == Qt::NoButton) return;
+  if (!m_dragged && QLineF(m_drag_start, at).length() <= kDragPixels) return;
+  m_dragged = true;
+  const bool window = m_drag == Qt::LeftButton && (m_drag_modifiers & Qt::ControlModifier);
+  const bool pan = m_drag == Qt::MiddleButton || m_drag == Qt::RightButton ||
+                   (m_drag == Qt::LeftButton && (m_drag_modifiers & Qt::ShiftModifier));
+  if (window) {
     m_band->setGeometry(QRectF(m_drag_start, at).normalized().toRect());
     m_band->show();
+  } else {
+    m_interacting = true;
+    if (pan) {
+      Pan(at - m_drag_last);
+    } else if (m_drag == Qt::LeftButton) {
+      Orbit(at - m_drag_last);
+    }
   }
   m_drag_last = at;
 }
@@ -245,18 +291,25 @@ void TsModelView::mouseMoveEvent(QMouseEvent* event) {
 void TsModelView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != m_drag) return;
   m_drag = Qt::NoButton;
-  if (event->button() == Qt::RightButton && m_right_clicked &&
-      QLineF(m_drag_start, event->position()).length() <= kDragPixels) {
+  const bool dragged = m_dragged;
+  m_dragged = false;
+  if (m_interacting) {
+    m_interacting = false;
+    update();  // drawn finely again
+  }
+  if (event->button() == Qt::RightButton && m_right_clicked && !dragged) {
     m_right_clicked();
     return;
   }
   if (event->button() != Qt::LeftButton || !m_picked) return;
-  const bool add = (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
   if (m_band->isVisible()) {
     m_band->hide();
-    m_picked(ObjectsInside(QRectF(m_drag_start, event->position()).normalized()), add);
+    m_picked(ObjectsInside(QRectF(m_drag_start, event->position()).normalized()),
+             (m_drag_modifiers & Qt::ShiftModifier) != 0);
     return;
   }
+  if (dragged) return;  // an orbit or a pan
+  const bool add = (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0;
   const CTarsaObject* object = ObjectAt(event->position());
   m_picked(object ? std::vector<const CTarsaObject*>{object} : std::vector<const CTarsaObject*>{},
            add);

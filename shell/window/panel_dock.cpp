@@ -200,6 +200,7 @@ void TsPanelDock::Selected() {
   if (CTsNamedDocObjectManagerDlg* panel = Panel()) CTarsaStandIn::SelectItems(*panel, items);
   CTarsaStandIn::RunIdleWork();
   Refresh();
+  if (m_selection_changed) m_selection_changed();
 }
 
 void TsPanelDock::closeEvent(QCloseEvent* event) {

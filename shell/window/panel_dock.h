@@ -28,6 +28,10 @@ class TsPanelDock : public QDockWidget {
 
   // Shows the first open list panel of the host as it is now; hides the dock when none is open.
   void Refresh();
+  // Called after the user changed which items are selected.
+  void SetSelectionChanged(std::function<void()> changed) {
+    m_selection_changed = std::move(changed);
+  }
 
   // Edits the label of list item `item` in place, starting from `current`: true with the text
   // when the user pressed Enter or left the editor, false when the user pressed Escape or there
@@ -55,6 +59,7 @@ class TsPanelDock : public QDockWidget {
   void Decorate(CTsNamedDocObjectManagerDlg& panel);
 
   std::function<void(std::function<void()>)> m_act;
+  std::function<void()> m_selection_changed;
   QWidget* m_area = nullptr;
   QListWidget* m_list = nullptr;
   std::map<int, QToolButton*> m_buttons;

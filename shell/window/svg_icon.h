@@ -1,9 +1,6 @@
 // Icons of the window drawn from the small SVG drawings that the host's and the plug-in's
-// resources hold (host/platform/resources.h). The window toolkit's own SVG support is a module
-// the program does not link, so the drawings are painted here: the elements `rect`, `circle` and
-// `path` (commands M L H V A Z, absolute or relative), with fill, fill-opacity, stroke,
-// stroke-width, stroke-dasharray, stroke-linecap and stroke-linejoin, inside the `viewBox`.
-// Anything else in a drawing is left out; text that is no drawing gives a null picture.
+// resources hold (host/platform/resources.h), by Qt's own SVG module (QSvgRenderer): the drawing's
+// viewBox fills the square it is painted on. Text that is no SVG document gives a null picture.
 #pragma once
 
 #include <QIcon>

@@ -59,12 +59,25 @@ TEST_F(SvgIconTest, PathsDrawLinesArcsAndClosedShapesAbsoluteOrRelative) {
   EXPECT_FALSE(Inked(triangle, 2, 3));
 }
 
+TEST_F(SvgIconTest, QtsSvgModuleDrawsWhatAnSvgDocumentMayHold) {
+  // Groups with transforms, polygons, ellipses and gradients, which a hand-written reader left
+  // out.
+  const QImage drawn =
+      Painted(R"svg(<defs><linearGradient id="g"><stop offset="0" stop-color="#f00"/>
+    <stop offset="1" stop-color="#f00"/></linearGradient></defs>
+    <g transform="translate(8,8)"><polygon points="0,0 6,0 6,6 0,6" fill="url(#g)"/></g>
+    <ellipse cx="3" cy="3" rx="2" ry="1.5" fill="#0000ff"/>)svg");
+  EXPECT_EQ(drawn.pixel(11, 11), qRgb(255, 0, 0));
+  EXPECT_EQ(drawn.pixel(3, 3), qRgb(0, 0, 255));
+  EXPECT_FALSE(Inked(drawn, 3, 11));
+}
+
 TEST_F(SvgIconTest, TextThatIsNoDrawingGivesNoPicture) {
   EXPECT_TRUE(TsPaintSvg(nullptr, 16).isNull());
   EXPECT_TRUE(TsPaintSvg("not a drawing", 16).isNull());
   EXPECT_TRUE(TsPaintSvg("<svg viewBox=\"0 0 16 16\"><rect", 16).isNull());
   EXPECT_TRUE(TsIconOf(nullptr).isNull());
-  // What the painter does not know is left out; a broken path draws what came before.
+  // A broken path draws what came before its error.
   const QImage partial = Painted(R"(<text>x</text><path d="M1 8 H15 Q 3 4" stroke="#000"
     stroke-width="2"/>)");
   EXPECT_TRUE(Inked(partial, 4, 8));

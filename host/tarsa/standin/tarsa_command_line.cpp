@@ -104,6 +104,24 @@ CTarsaToken CTarsaCommandLine::Ask(const std::wstring& prompt) {
   return token;
 }
 
+bool CTarsaCommandLine::TakeGivenWord(const std::wstring& prompt,
+                                      const std::vector<std::wstring>& words, std::wstring& word) {
+  if (m_abort) return false;
+  std::deque<CTarsaToken>& given = m_paused_depth == 0 && !m_macro.empty() ? m_macro : m_user;
+  if (given.empty() || given.front().kind != CTarsaToken::text || given.front().quoted) {
+    return false;
+  }
+  const CTarsaToken token = given.front();
+  for (const std::wstring& candidate : words) {
+    if (ZK_wString(candidate.c_str()).CompareNoCase(token.word.c_str()) != 0) continue;
+    given.pop_front();
+    if (token.echo) Print(prompt + L" " + token.typed + L"\n");
+    word = candidate;
+    return true;
+  }
+  return false;
+}
+
 CTarsaCommand::result CTarsaCommandLine::RunCommand(const std::wstring& typed) {
   std::wstring name = typed;
   const bool interactive = name.empty() || name[0] != L'-';

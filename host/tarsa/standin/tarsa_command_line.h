@@ -69,6 +69,12 @@ class CTarsaCommandLine {
 
   // The answer to a prompt. `prompt` is shown with the answer when the answer is echoed.
   CTarsaToken Ask(const std::wstring& prompt);
+  // An optional last answer: the next word already given (the macro's next, or the next on the
+  // line the user typed), when it is one of `words` in any letter case. Then it is taken, shown
+  // with `prompt` as an answer is, and `word` is set to the one of `words` it matched; otherwise
+  // nothing is taken and no line is read.
+  bool TakeGivenWord(const std::wstring& prompt, const std::vector<std::wstring>& words,
+                     std::wstring& word);
 
   // Runs the command `typed` names ("-" before the name: non-interactively; "_": an English
   // name) on the active document, as one undo step. Failure for an unknown command.

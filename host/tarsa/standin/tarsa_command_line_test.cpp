@@ -43,6 +43,24 @@ class AskCommand : public CTarsaCommand {
   bool interactive = true;
 };
 
+// A command that asks for a text, then takes an optional side given after it.
+class SideCommand : public CTarsaCommand {
+ public:
+  ZK_UUID CommandId() const override {
+    return ZK_UuidFromString("1D2E3F40-5162-4738-9A4B-5C6D7E8F9013");
+  }
+  const wchar_t* EnglishCommandName() override { return L"Side"; }
+  result Execute(const CTarsaCommandContext&) override {
+    CTarsaGetString get;
+    get.SetCommandPrompt(L"Name");
+    if (get.GetString() == CTarsaGet::cancel) return cancel;
+    std::wstring side = L"none";
+    CTarsaStandIn::CommandLine().TakeGivenWord(L"Side:", {L"Top", L"Front"}, side);
+    TarsaApp().Print(L"[%s %s]\n", get.String(), side.c_str());
+    return success;
+  }
+};
+
 class CommandLineTest : public ::testing::Test {
  protected:
   void SetUp() override { doc_ = CTarsaStandIn::NewDocument(); }
@@ -64,6 +82,7 @@ class CommandLineTest : public ::testing::Test {
   }
 
   AskCommand ask_;
+  SideCommand side_;
   CTarsaDoc* doc_ = nullptr;
   std::deque<std::wstring> typed_;
 };
@@ -131,6 +150,19 @@ TEST_F(CommandLineTest, AnActionElsewhereCancelsTheWaitingCommandAndRunsOnceItEn
   EXPECT_EQ(command_running, std::vector<bool>{false});
   EXPECT_EQ(CommandLine().TakeOutput(),
             L"Command: -_Ask\nFirst:\n[say \"hi\"]\n[c]\nCommand: typed\nUnknown command: typed\n");
+}
+
+TEST_F(CommandLineTest, AnOptionalLastAnswerIsTakenOnlyWhenItIsGivenAlready) {
+  // On the same line, in any letter case; not from the next line; from a macro too.
+  Type({L"Side one FRONT", L"Side two", L"top", L"Side \"three\" \"top\""});
+  CommandLine().ProcessInput();
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: Side\nName: one\nSide: FRONT\n[one Front]\n"
+            L"Command: Side\nName: two\n[two none]\nCommand: top\nUnknown command: top\n"
+            L"Command: Side\nName: \"three\"\n[three none]\nCommand: \"top\"\n"
+            L"Unknown command: top\n");
+  CommandLine().RunScript(L"_Side four Top", 0);
+  EXPECT_EQ(CommandLine().TakeOutput(), L"[four Top]\n");
 }
 
 TEST_F(CommandLineTest, EnterAndTheEndOfInputAreAnswersToo) {

@@ -1,0 +1,132 @@
+#include "shell/drawing/camera.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+// A camera on a 200 × 100 viewport, looking at the origin at 10 pixels per unit.
+TsCamera CameraAt(TsStandardView view, TsProjection projection = TsProjection::orthographic) {
+  TsCamera camera;
+  camera.SetViewport(200, 100);
+  camera.SetStandardView(view);
+  camera.SetProjection(projection);
+  camera.SetScale(10);
+  return camera;
+}
+
+void ExpectAt(const TsProjected& p, double x, double y, double depth) {
+  EXPECT_NEAR(p.x, x, 1e-9);
+  EXPECT_NEAR(p.y, y, 1e-9);
+  EXPECT_NEAR(p.depth, depth, 1e-9);
+}
+
+TEST(CameraTest, StandardViewsProjectAlongTheModelsAxes) {
+  const TsVec3 p{1, 2, 3};
+  // Top: x to the right, y up, z toward the viewer.
+  ExpectAt(CameraAt(TsStandardView::top).Project(p), 110, 30, 3);
+  // Front: x to the right, z up; the viewer stands at -y.
+  ExpectAt(CameraAt(TsStandardView::front).Project(p), 110, 20, -2);
+  // Right: y to the right, z up; the viewer stands at +x.
+  ExpectAt(CameraAt(TsStandardView::right).Project(p), 120, 20, 1);
+  // Iso: the viewer looks from (1, -1, 1): that direction is the centre, x and y both go right.
+  const TsCamera iso = CameraAt(TsStandardView::iso);
+  ExpectAt(iso.Project({1, -1, 1}), 100, 50, std::sqrt(3.0));
+  EXPECT_NEAR(iso.Project({1, 0, 0}).x, 100 + 10 / std::sqrt(2.0), 1e-9);
+  EXPECT_NEAR(iso.Project({0, 1, 0}).x, 100 + 10 / std::sqrt(2.0), 1e-9);
+  EXPECT_GT(iso.Project({1, 0, 0}).y, 50) << "x goes down to the right";
+  EXPECT_LT(iso.Project({0, 1, 0}).y, 50) << "y goes up to the right";
+  EXPECT_NEAR(iso.Project({0, 0, 1}).x, 100, 1e-9);
+  EXPECT_NEAR(iso.Project({0, 0, 1}).y, 50 - 10 * std::sqrt(2.0 / 3.0), 1e-9);
+}
+
+TEST(CameraTest, APerspectiveShowsNearerPointsFartherOut) {
+  const TsCamera camera = CameraAt(TsStandardView::top, TsProjection::perspective);
+  const double f = camera.FocalLength();
+  EXPECT_NEAR(f, 100 / std::tan(20 * 3.14159265358979323846 / 180), 1e-9);
+  const double eye = camera.EyeDistance();
+  EXPECT_NEAR(eye, f / 10, 1e-9);
+  // On the target's plane the scale is the camera's; nearer points are drawn larger.
+  ExpectAt(camera.Project({1, 0, 0}), 110, 50, 0);
+  ExpectAt(camera.Project({1, 0, 2}), 100 + f / (eye - 2), 50, 2);
+  ExpectAt(camera.Project({1, 0, -2}), 100 + f / (eye + 2), 50, -2);
+  EXPECT_FALSE(camera.Project({0, 0, eye + 1}).visible) << "behind the eye";
+}
+
+TEST(CameraTest, OrbitTurnsAboutTheTargetAndPanAndZoomKeepWhatIsUnderThePointer) {
+  TsCamera camera = CameraAt(TsStandardView::iso);
+  camera.SetTarget({5, 5, 5});
+  const TsVec3 point{7, 3, 6};
+  const TsProjected before = camera.Project(point);
+  camera.Orbit(40, -25);
+  ExpectAt(camera.Project({5, 5, 5}), 100, 50, 0);  // the target stays at the centre
+  EXPECT_GT(std::hypot(camera.Project(point).x - before.x, camera.Project(point).y - before.y), 1);
+  camera.Orbit(0, 25);
+  camera.Orbit(-40, 0);
+  const TsProjected back = camera.Project(point);
+  EXPECT_NEAR(back.x, before.x, 1e-6);
+  EXPECT_NEAR(back.y, before.y, 1e-6);
+
+  // A drag by (30, -20) moves every point by as much.
+  camera.Pan(30, -20);
+  EXPECT_NEAR(camera.Project(point).x, before.x + 30, 1e-9);
+  EXPECT_NEAR(camera.Project(point).y, before.y - 20, 1e-9);
+
+  // Zooming at a pixel keeps the target plane's point under it.
+  TsCamera top = CameraAt(TsStandardView::top);
+  const TsProjected under = top.Project({3, -2, 0});
+  top.ZoomAt(2.5, under.x, under.y);
+  EXPECT_NEAR(top.Project({3, -2, 0}).x, under.x, 1e-9);
+  EXPECT_NEAR(top.Project({3, -2, 0}).y, under.y, 1e-9);
+  EXPECT_NEAR(top.Scale(), 25, 1e-12);
+}
+
+TEST(CameraTest, FitShowsEveryPointInsideTheMargins) {
+  for (const TsProjection projection : {TsProjection::orthographic, TsProjection::perspective}) {
+    for (const TsStandardView view :
+         {TsStandardView::top, TsStandardView::front, TsStandardView::right, TsStandardView::iso}) {
+      TsCamera camera = CameraAt(view, projection);
+      const std::vector<TsVec3> points = {{0, 0, 0}, {12, 8, 1}, {2, 2, 6}, {13, 4.4, 3.4}};
+      ASSERT_TRUE(camera.Fit(points, 20));
+      double left = 1e9, right = -1e9, top = 1e9, bottom = -1e9;
+      for (const TsVec3& p : points) {
+        const TsProjected q = camera.Project(p);
+        left = std::min(left, q.x);
+        right = std::max(right, q.x);
+        top = std::min(top, q.y);
+        bottom = std::max(bottom, q.y);
+      }
+      EXPECT_GE(left, 20 - 1e-6);
+      EXPECT_LE(right, 180 + 1e-6);
+      EXPECT_GE(top, 20 - 1e-6);
+      EXPECT_LE(bottom, 80 + 1e-6);
+      if (projection == TsProjection::orthographic) {
+        // One side of the extent touches its margins.
+        EXPECT_TRUE(std::fabs(left - 20) < 1e-6 || std::fabs(top - 20) < 1e-6);
+      }
+    }
+  }
+  TsCamera camera = CameraAt(TsStandardView::top);
+  EXPECT_FALSE(camera.Fit({}, 20));
+  EXPECT_TRUE(camera.Fit({{4, 4, 4}}, 20));  // a single point goes to the centre
+  ExpectAt(camera.Project({4, 4, 4}), 100, 50, 0);
+}
+
+TEST(CameraTest, QuaternionsTurnAndInterpolate) {
+  const TsQuat quarter = TsQuat::AxisAngle({0, 0, 1}, 3.14159265358979323846 / 2);
+  const TsVec3 x = quarter.Rotate({1, 0, 0});
+  EXPECT_NEAR(x.x, 0, 1e-12);
+  EXPECT_NEAR(x.y, 1, 1e-12);
+  const TsQuat half = Slerp(TsQuat(), quarter, 0.5);
+  EXPECT_NEAR(half.Angle(), 3.14159265358979323846 / 4, 1e-12);
+  const TsVec3 diagonal = half.Rotate({1, 0, 0});
+  EXPECT_NEAR(diagonal.x, std::sqrt(0.5), 1e-12);
+  EXPECT_NEAR(diagonal.y, std::sqrt(0.5), 1e-12);
+  const TsQuat rows = TsQuat::FromRows({0, 1, 0}, {-1, 0, 0}, {0, 0, 1});
+  const TsVec3 turned = rows.Rotate({0, 1, 0});  // the first row goes to x
+  EXPECT_NEAR(turned.x, 1, 1e-12);
+  EXPECT_NEAR(turned.y, 0, 1e-12);
+}
+
+}  // namespace

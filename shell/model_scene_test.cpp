@@ -1,0 +1,99 @@
+#include "shell/model_scene.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "host/tarsa/tarsa_doc.h"
+#include "host/zefkit/standin/zk_point_geometry.h"
+#include "testing/host_session_test.h"
+
+namespace {
+
+class ModelSceneTest : public HostSessionTest {
+ protected:
+  void SetUp() override { doc_ = CTarsaStandIn::NewDocument(); }
+  const CTarsaObject* Add(ZK_Geometry* geometry, const wchar_t* name,
+                          TarsaObjectMode mode = TarsaObjectMode::normal) {
+    CTarsaObjectAttributes attributes;
+    attributes.m_name = name;
+    attributes.m_mode = mode;
+    auto* object = new CTarsaObject(geometry, attributes);
+    EXPECT_TRUE(doc_->AddObject(object));
+    return object;
+  }
+  // The SVG group drawn for an object.
+  std::string Group(const CTarsaObject* object, TsStandardView view = TsStandardView::iso) {
+    const std::string svg = TsPictureSvg(*doc_, view);
+    const std::string id = ZK_UuidToString(object->ModelObjectId()).ToUtf8();
+    const size_t start = svg.find("<g id=\"" + id + "\"");
+    return start == std::string::npos ? "" : svg.substr(start, svg.find("</g>", start) - start);
+  }
+  CTarsaDoc* doc_ = nullptr;
+};
+
+TEST_F(ModelSceneTest, TheSceneHoldsWhatIsNotHiddenEachInTheLookOfItsState) {
+  const CTarsaObject* box = Add(new ZK_Box({0, 0, 0}, {1, 2, 3}), L"box");
+  const CTarsaObject* picked = Add(new ZK_Point({5, 5, 5}), L"picked");
+  const CTarsaObject* locked =
+      Add(new ZK_Polyline({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}), L"fixed", TarsaObjectMode::locked);
+  Add(new ZK_Box({2, 0, 0}, {3, 1, 1}), L"gone", TarsaObjectMode::hidden);
+  auto* light = new ZK_Light();
+  light->m_location = {1, 2, 3};
+  light->m_direction = {0, 0, -2};
+  const CTarsaObject* lamp = Add(light, L"lamp");
+  box->Select();
+  const TsModelScene scene = TsSceneOf(*doc_, {picked->ModelObjectId()});
+  ASSERT_EQ(scene.objects.size(), 4u) << "the hidden box is left out";
+  EXPECT_EQ(scene.sources, (std::vector<const CTarsaObject*>{box, picked, locked, lamp}));
+  EXPECT_EQ(scene.objects[0].kind, TsShapeKind::box);
+  EXPECT_EQ(scene.objects[0].points.size(), 8u);
+  EXPECT_EQ(scene.objects[0].points[6], (TsVec3{1, 2, 3}));
+  EXPECT_EQ(scene.objects[0].state, TsObjectState::selected);
+  EXPECT_EQ(scene.objects[0].label, "box");
+  EXPECT_EQ(scene.objects[0].id, ZK_UuidToString(box->ModelObjectId()).ToUtf8());
+  EXPECT_EQ(scene.objects[1].kind, TsShapeKind::point);
+  EXPECT_EQ(scene.objects[1].state, TsObjectState::selected) << "picked by the prompt";
+  EXPECT_EQ(scene.objects[2].kind, TsShapeKind::polyline);
+  EXPECT_EQ(scene.objects[2].state, TsObjectState::locked);
+  EXPECT_EQ(scene.objects[3].kind, TsShapeKind::light);
+  EXPECT_EQ(scene.objects[3].direction, (TsVec3{0, 0, -2}));
+}
+
+TEST_F(ModelSceneTest, APictureDrawsTheModelSolidFromTheSideAskedWithItsNames) {
+  const CTarsaObject* low = Add(new ZK_Box({0, 0, 0}, {10, 10, 1}), L"a<b> & \"c\"");
+  const CTarsaObject* high = Add(new ZK_Box({4, 4, 1}, {6, 6, 3}), L"high");
+  Add(new ZK_Box({20, 0, 0}, {21, 1, 1}), L"gone", TarsaObjectMode::hidden);
+  high->Select();
+  const std::string iso = TsPictureSvg(*doc_, TsStandardView::iso);
+  EXPECT_NE(iso.find("<title>Iso view</title>"), std::string::npos);
+  EXPECT_EQ(iso.find("gone"), std::string::npos) << "hidden objects are not drawn";
+  EXPECT_NE(iso.find(">a&lt;b&gt; &amp; &quot;c&quot;</text>"), std::string::npos);
+  // Three faces of each box face the viewer, filled; the selected one highlighted.
+  const std::string low_iso = Group(low);
+  EXPECT_EQ(std::count(low_iso.begin(), low_iso.end(), 'Z'), 3);
+  EXPECT_NE(Group(high).find("class=\"box selected\""), std::string::npos);
+  // From the top only the tops show, and the box on the plate is drawn after it.
+  const std::string low_top = Group(low, TsStandardView::top);
+  EXPECT_EQ(std::count(low_top.begin(), low_top.end(), 'Z'), 1);
+  const std::string top = TsPictureSvg(*doc_, TsStandardView::top);
+  EXPECT_LT(top.find(ZK_UuidToString(low->ModelObjectId()).ToUtf8()),
+            top.find(ZK_UuidToString(high->ModelObjectId()).ToUtf8()));
+  // The model's longer side is 640 pixels, with 70 to spare round it.
+  EXPECT_NE(top.find(R"(width="780.0" height="780.0")"), std::string::npos) << top.substr(0, 200);
+}
+
+TEST_F(ModelSceneTest, AnEmptyOrFlatModelGivesAPictureAndABadPathAMessage) {
+  EXPECT_NE(TsPictureSvg(*doc_, TsStandardView::iso).find("</svg>"), std::string::npos);
+  Add(new ZK_Point({3, 3, 3}), L"only");
+  EXPECT_EQ(TsPictureSvg(*doc_, TsStandardView::front).find("nan"), std::string::npos);
+  std::wstring error;
+  EXPECT_FALSE(TsWritePictureSvg(*doc_, TsStandardView::top, "/nonexistent/folder/top.svg", error));
+  EXPECT_EQ(error, L"Could not write the picture /nonexistent/folder/top.svg.");
+  TsStandardView view;
+  EXPECT_TRUE(TsViewNamed(L"fRoNt", view));
+  EXPECT_EQ(view, TsStandardView::front);
+  EXPECT_FALSE(TsViewNamed(L"Back", view));
+}
+
+}  // namespace

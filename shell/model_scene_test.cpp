@@ -10,18 +10,8 @@
 
 namespace {
 
-class ModelSceneTest : public HostSessionTest {
+class ModelSceneTest : public HostDocumentTest {
  protected:
-  void SetUp() override { doc_ = CTarsaStandIn::NewDocument(); }
-  const CTarsaObject* Add(ZK_Geometry* geometry, const wchar_t* name,
-                          TarsaObjectMode mode = TarsaObjectMode::normal) {
-    CTarsaObjectAttributes attributes;
-    attributes.m_name = name;
-    attributes.m_mode = mode;
-    auto* object = new CTarsaObject(geometry, attributes);
-    EXPECT_TRUE(doc_->AddObject(object));
-    return object;
-  }
   // The SVG group drawn for an object.
   std::string Group(const CTarsaObject* object, TsStandardView view = TsStandardView::iso) {
     const std::string svg = TsPictureSvg(*doc_, view);
@@ -29,7 +19,6 @@ class ModelSceneTest : public HostSessionTest {
     const size_t start = svg.find("<g id=\"" + id + "\"");
     return start == std::string::npos ? "" : svg.substr(start, svg.find("</g>", start) - start);
   }
-  CTarsaDoc* doc_ = nullptr;
 };
 
 TEST_F(ModelSceneTest, TheSceneHoldsWhatIsNotHiddenEachInTheLookOfItsState) {

@@ -18,23 +18,7 @@ TEST(FormatNumber, ShowsAtMostThreeDecimalsAndNeverMinusZero) {
   EXPECT_EQ(TsFormatNumber(1e6), L"1000000");
 }
 
-class ObjectListingTest : public HostSessionTest {
- protected:
-  void SetUp() override { doc_ = CTarsaStandIn::NewDocument(); }
-  const CTarsaObject* Add(ZK_Geometry* geometry, const wchar_t* name,
-                          TarsaObjectMode mode = TarsaObjectMode::normal) {
-    CTarsaObjectAttributes attributes;
-    attributes.m_name = name;
-    attributes.m_mode = mode;
-    const std::string id = "00000000-0000-4000-8000-00000000000" + std::to_string(++count_);
-    attributes.m_uuid = ZK_UuidFromString(id.c_str());
-    auto* object = new CTarsaObject(geometry, attributes);
-    EXPECT_TRUE(doc_->AddObject(object));
-    return object;
-  }
-  CTarsaDoc* doc_ = nullptr;
-  int count_ = 0;
-};
+using ObjectListingTest = HostDocumentTest;
 
 TEST_F(ObjectListingTest, ListsEveryObjectInAlignedColumnsWithItsStateAndPlace) {
   const CTarsaObject* box = Add(new ZK_Box({0, 0, 0}, {1, 2, 3}), L"door");

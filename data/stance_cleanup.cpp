@@ -59,20 +59,21 @@ void CKorvoDocData::RemoveStances(const CKorvoStanceIdSet& unreferenced, bool an
   const auto unused = [&unreferenced](const USER_DATA* entry) {
     return !ZK_UuidIsNil(entry->m_id) && unreferenced.Contains(entry->m_id);
   };
+  const INT_PTR count = m_entries.GetSize();
+  INT_PTR first = 0;
+  while (first < count && !unused(m_entries[first])) ++first;
+  if (first == count) return;
+  // One pass keeps the used stances in order, so that removing many costs no more than one.
+  BeforeChange(first);
+  INT_PTR kept = first;
   int removed = 0;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) removed += unused(m_entries[i]) ? 1 : 0;
-  if (removed == 0) return;
-  // One pass keeps the used stances in order, so that removing many costs no more than one. When
-  // an undo scope takes its snapshot now, the snapshot keeps the entries themselves and the table
-  // copies of the ones it keeps: removing many stances copies only the few that stay.
-  const bool handed_over = HandEntriesToSnapshots();
-  INT_PTR kept = 0;
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+  for (INT_PTR i = first; i < count; ++i) {
     USER_DATA* entry = m_entries[i];
-    if (!unused(entry)) {
-      m_entries[kept++] = handed_over ? new USER_DATA(*entry) : entry;
-    } else if (!handed_over) {
+    if (unused(entry)) {
       Free(entry);
+      ++removed;
+    } else {
+      m_entries[kept++] = entry;
     }
   }
   m_entries.SetSize(kept);

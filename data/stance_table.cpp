@@ -1,9 +1,11 @@
 #include "data/stance_table.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
 #include "data/place_holder.h"
+#include "data/table_snapshot.h"
 #include "data/undo_scope.h"
 #include "host/tarsa/tarsa_app.h"
 #include "panel/stances_panel.h"
@@ -11,6 +13,10 @@
 namespace {
 
 bool IsEmptyName(const wchar_t* name) { return name == nullptr || *name == 0; }
+
+bool SameEntry(const CKorvoDocData::USER_DATA& a, const CKorvoDocData::USER_DATA& b) {
+  return ZK_UuidCompare(a.m_id, b.m_id) == 0 && a.m_name == b.m_name;
+}
 
 }  // namespace
 
@@ -20,18 +26,8 @@ CKorvoDocData::CKorvoDocData(const CKorvoDocData& source) { *this = source; }
 
 CKorvoDocData& CKorvoDocData::operator=(const CKorvoDocData& source) {
   if (this == &source) return *this;
-  m_cursor = 0;
-  RemoveAll();
-  const INT_PTR count = source.m_entries.GetSize();
-  if (count == 0) return *this;
-  BeforeChange();
-  m_block.reset(new USER_DATA[static_cast<size_t>(count)]);
-  m_block_size = count;
-  m_entries.SetSize(count);
-  for (INT_PTR i = 0; i < count; ++i) {
-    m_block[i] = *source.m_entries[i];
-    m_entries[i] = &m_block[i];
-  }
+  const USER_DATA* const* entries = source.m_entries.GetData();
+  ReplaceEntries(std::vector<const USER_DATA*>(entries, entries + source.m_entries.GetSize()));
   return *this;
 }
 
@@ -41,11 +37,54 @@ bool CKorvoDocData::operator==(const CKorvoDocData& other) const {
   if (this == &other) return true;
   if (Count() != other.Count()) return false;
   for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
-    const USER_DATA* a = m_entries[i];
-    const USER_DATA* b = other.m_entries[i];
-    if (ZK_UuidCompare(a->m_id, b->m_id) != 0 || a->m_name != b->m_name) return false;
+    if (!SameEntry(*m_entries[i], *other.m_entries[i])) return false;
   }
   return true;
+}
+
+bool CKorvoDocData::Equals(const CKorvoTableSnapshot& snapshot) const {
+  if (snapshot.Count() != Count()) return false;
+  if (&snapshot == m_last_snapshot.get() && m_unchanged == m_entries.GetSize()) return true;
+  const std::vector<const USER_DATA*> entries = snapshot.Entries();
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
+    if (!SameEntry(*m_entries[i], *entries[static_cast<size_t>(i)])) return false;
+  }
+  return true;
+}
+
+std::shared_ptr<const CKorvoTableSnapshot> CKorvoDocData::Snapshot() {
+  const INT_PTR count = m_entries.GetSize();
+  if (m_last_snapshot && m_unchanged == count && m_last_snapshot->Count() == count) {
+    return m_last_snapshot;
+  }
+  std::vector<USER_DATA> changed;
+  changed.reserve(static_cast<size_t>(count - m_unchanged));
+  for (INT_PTR i = m_unchanged; i < count; ++i) changed.push_back(*m_entries[i]);
+  m_last_snapshot = CKorvoTableSnapshot::Make(std::move(m_last_snapshot),
+                                              static_cast<int>(m_unchanged), std::move(changed));
+  m_unchanged = count;
+  return m_last_snapshot;
+}
+
+void CKorvoDocData::Restore(std::shared_ptr<const CKorvoTableSnapshot> snapshot) {
+  ReplaceEntries(snapshot->Entries());
+  m_last_snapshot = std::move(snapshot);
+  m_unchanged = m_entries.GetSize();
+}
+
+void CKorvoDocData::ReplaceEntries(const std::vector<const USER_DATA*>& entries) {
+  m_cursor = 0;
+  RemoveAll();
+  const INT_PTR count = static_cast<INT_PTR>(entries.size());
+  if (count == 0) return;
+  BeforeChange(0);
+  m_block.reset(new USER_DATA[static_cast<size_t>(count)]);
+  m_block_size = count;
+  m_entries.SetSize(count);
+  for (INT_PTR i = 0; i < count; ++i) {
+    m_block[i] = *entries[static_cast<size_t>(i)];
+    m_entries[i] = &m_block[i];
+  }
 }
 
 int CKorvoDocData::Count() const { return static_cast<int>(m_entries.GetSize()); }
@@ -118,7 +157,7 @@ bool CKorvoDocData::NameExists(const wchar_t* name) const { return IndexOfName(n
 
 void CKorvoDocData::RemoveAll() {
   if (!m_entries.IsEmpty()) {
-    BeforeChange();
+    BeforeChange(0);
     for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) {
       if (!InBlock(m_entries[i])) delete m_entries[i];
     }
@@ -127,6 +166,8 @@ void CKorvoDocData::RemoveAll() {
   // The block goes even when its entries were all removed one by one before.
   m_block.reset();
   m_block_size = 0;
+  m_last_snapshot.reset();
+  m_unchanged = 0;
 }
 
 CKorvoDocData::USER_DATA* CKorvoDocData::FirstEntry() {
@@ -195,14 +236,14 @@ int CKorvoDocData::RenameAt(int index, const wchar_t* new_name) {
   // The new name is judged first: a refused name says -1 even when no stance was found.
   if (IsEmptyName(new_name) || NameExists(new_name)) return -1;
   if (index < 0) return 0;
-  BeforeChange();
+  BeforeChange(index);
   m_entries[index]->m_name = new_name;
   NotifyStancesChanged();
   return 1;
 }
 
 void CKorvoDocData::RemoveAt(int index) {
-  BeforeChange();
+  BeforeChange(index);
   Free(m_entries[index]);
   m_entries.RemoveAt(index);
 }
@@ -221,30 +262,13 @@ void CKorvoDocData::Free(USER_DATA* entry) {
 }
 
 void CKorvoDocData::Append(const ZK_UUID& id, const ZK_wString& name) {
-  BeforeChange();
+  BeforeChange(m_entries.GetSize());
   m_entries.Add(new USER_DATA{id, name});
 }
 
-void CKorvoDocData::BeforeChange() {
+void CKorvoDocData::BeforeChange(INT_PTR first_changed) {
   for (CKorvoUndoScope* scope : m_open_scopes) scope->TakeSnapshot(*this);
-}
-
-bool CKorvoDocData::HandEntriesToSnapshots() {
-  CKorvoDocData* handed = nullptr;
-  for (CKorvoUndoScope* scope : m_open_scopes) {
-    if (scope->HasSnapshot()) continue;
-    if (handed != nullptr) {
-      scope->TakeSnapshot(*handed);
-      continue;
-    }
-    handed = new CKorvoDocData();
-    for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) handed->m_entries.Add(m_entries[i]);
-    handed->m_block = std::move(m_block);
-    handed->m_block_size = m_block_size;
-    m_block_size = 0;
-    scope->KeepSnapshot(handed);
-  }
-  return handed != nullptr;
+  m_unchanged = std::min(m_unchanged, first_changed);
 }
 
 void CKorvoDocData::NotifyStancesChanged() const {

@@ -18,6 +18,7 @@
 #include "host/zefkit/zk_string.h"
 #include "host/zefkit/zk_uuid.h"
 
+class CKorvoTableSnapshot;
 class CKorvoUndoScope;
 class CTarsaDoc;
 
@@ -29,7 +30,7 @@ class CKorvoDocData {
   };
 
   CKorvoDocData();
-  // A copy of the entries that belongs to no document (an undo snapshot).
+  // A copy of the entries that belongs to no document.
   CKorvoDocData(const CKorvoDocData& source);
   // Replaces the entries by copies of the source's, made in one allocation; the target keeps its
   // own document.
@@ -97,6 +98,14 @@ class CKorvoDocData {
   // empty and not in use in any letter case (the import of a file's stances).
   void AddFree(const ZK_UUID& id, const ZK_wString& name);
 
+  // The entries as they are now, sharing with the snapshot taken before what did not change
+  // since: a table changed by one save costs the snapshot one entry. Never null.
+  std::shared_ptr<const CKorvoTableSnapshot> Snapshot();
+  // Replaces the entries by the snapshot's, announcing nothing; the table keeps its document.
+  void Restore(std::shared_ptr<const CKorvoTableSnapshot> snapshot);
+  // Equality with a snapshot, as with a table.
+  bool Equals(const CKorvoTableSnapshot& snapshot) const;
+
   // Announces a change: asks the Stances panel for a rebuild when it has a window, then tells
   // the host with StanceChanged when the document still exists.
   void NotifyStancesChanged() const;
@@ -109,20 +118,17 @@ class CKorvoDocData {
   friend class CKorvoUndoScope;
   // Read, refusing a negative count when `whole`.
   bool ReadTable(ZK_BinaryArchive& archive, bool whole);
-  // Called by every change of the entries before it happens: each undo scope open on the table
-  // takes its snapshot now, if it has none yet, so that a scope around an operation that changes
-  // nothing copies nothing.
-  void BeforeChange();
-  // BeforeChange for a change that replaces every entry: when an open scope has no snapshot yet,
-  // the first such scope is given the entries themselves, in a table of their own that owns the
-  // block too, and the others copies of that table. True when the entries were handed over: the
-  // table no longer owns them, and must drop or replace every pointer it holds.
-  bool HandEntriesToSnapshots();
+  // Called by every change of the entries before it happens, with the index of the first entry
+  // it changes: each undo scope open on the table takes its snapshot now, if it has none yet, so
+  // that a scope around an operation that changes nothing copies nothing.
+  void BeforeChange(INT_PTR first_changed);
 
   // Removes, in table order, every stance of `unreferenced` but a nil id, announcing each removal
   // when `announce_each`.
   void RemoveStances(const CKorvoStanceIdSet& unreferenced, bool announce_each);
 
+  // Replaces the entries by copies of `entries`, made in one allocation.
+  void ReplaceEntries(const std::vector<const USER_DATA*>& entries);
   bool InBlock(const USER_DATA* entry) const;
   // Deletes an entry the table no longer lists; one in the block only gives up its name, and its
   // slot goes with the block.
@@ -135,9 +141,13 @@ class CKorvoDocData {
   void Append(const ZK_UUID& id, const ZK_wString& name);
 
   std::vector<CKorvoUndoScope*> m_open_scopes;  // not copied with the entries
-  // The entries copied by the last assignment, in one block, so that taking or dropping an undo
-  // snapshot costs one allocation, not one per stance. Entries added later are allocated one by
-  // one, so that no entry ever moves; a removed entry's slot stays unused until the block goes.
+  // The last snapshot taken of the table or restored into it, and how many leading entries have
+  // not changed since; neither is copied with the entries.
+  std::shared_ptr<const CKorvoTableSnapshot> m_last_snapshot;
+  INT_PTR m_unchanged = 0;
+  // The entries copied by the last assignment or restore, in one block, so that putting back an
+  // undo snapshot costs one allocation, not one per stance. Entries added later are allocated one
+  // by one, so that no entry ever moves; a removed entry's slot stays unused until the block goes.
   std::unique_ptr<USER_DATA[]> m_block;
   INT_PTR m_block_size = 0;
 };

@@ -1,11 +1,13 @@
 // CKorvoUndoScope: a guard on the stack of an operation that may change a document's stance
 // table. It keeps the table as it was when the scope began: the table hands the scope a snapshot
-// of itself just before its first change, so that an operation that changes nothing copies
+// of itself just before its first change, so that an operation that changes nothing takes
 // nothing. When the scope ends with a changed table, it hands the host an undo record that puts
-// the snapshot back; otherwise it discards the snapshot.
+// the snapshot back; otherwise it lets the snapshot go.
 #pragma once
 
-#include "data/stance_table.h"
+#include <memory>
+
+#include "data/table_snapshot.h"
 #include "host/tarsa/tarsa_doc.h"
 
 class CKorvoUndoScope {
@@ -17,13 +19,11 @@ class CKorvoUndoScope {
 
  private:
   friend class CKorvoDocData;
-  // Keeps a copy of `table` unless the scope has one already.
-  void TakeSnapshot(const CKorvoDocData& table);
-  bool HasSnapshot() const { return m_snapshot != nullptr; }
-  // Takes ownership of `snapshot`, made for a scope that has none.
-  void KeepSnapshot(CKorvoDocData* snapshot) { m_snapshot = snapshot; }
+  // Takes a snapshot of `table` unless the scope has one already.
+  void TakeSnapshot(CKorvoDocData& table);
 
-  CKorvoDocData* m_table;     // the document's table, which the registry owns
-  CKorvoDocData* m_snapshot;  // null until the first change; owned until handed to the record
+  CKorvoDocData* m_table;  // the document's table, which the registry owns
+  // Null until the first change; shared with the table and, from the end, with the undo record.
+  std::shared_ptr<const CKorvoTableSnapshot> m_snapshot;
   unsigned int m_doc_serial_number;
 };

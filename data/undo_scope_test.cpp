@@ -1,5 +1,8 @@
 #include "data/undo_scope.h"
 
+#include <functional>
+#include <string>
+
 #include "testing/stance_document_test.h"
 
 namespace {
@@ -25,21 +28,26 @@ TEST_F(UndoScopeTest, RecordsOnlyAChangeOfAnOpenDocument) {
   EXPECT_EQ(table->Count(), 0);
 }
 
-// The host drops the oldest steps when their memory passes its limit, so a step that changes the
-// table counts at least the entries of the snapshot it keeps.
-TEST_F(UndoScopeTest, AStepCountsTheMemoryOfItsSnapshot) {
-  const auto step_memory = [this](int stances) {
-    Table().RemoveAll();
-    for (int i = 0; i < stances; ++i) Save(std::to_wstring(i).c_str(), {});
+// The host drops the oldest steps when their memory passes its limit, so a step counts the
+// entries its snapshot holds: all of a table put in place whole (the first change after it
+// copies them), then one for each save.
+TEST_F(UndoScopeTest, AStepCountsTheEntriesItChanged) {
+  const auto step_memory = [this](const std::function<void()>& change) {
     const size_t before = CTarsaStandIn::UndoMemory(*doc_);
     Step([&] {
       CKorvoUndoScope scope(*doc_);
-      Table().RemoveAll();
+      change();
     });
     return CTarsaStandIn::UndoMemory(*doc_) - before;
   };
-  const size_t one = step_memory(1);
-  EXPECT_GE(step_memory(101) - one, 100 * (sizeof(CKorvoDocData::USER_DATA) + sizeof(void*)));
+  for (int i = 0; i < 1000; ++i) AddEntries({std::to_wstring(i).c_str()});
+  const CKorvoDocData read(Table());
+  Table() = read;
+  const size_t entry = sizeof(CKorvoDocData::USER_DATA);
+  EXPECT_GE(step_memory([&] { Table().RemoveAll(); }), 1000 * entry);
+  Table() = read;
+  EXPECT_GE(step_memory([&] { AddEntries({L"After"}); }), 1000 * entry);
+  EXPECT_LT(step_memory([&] { AddEntries({L"Later"}); }), 100 * entry);
 }
 
 }  // namespace

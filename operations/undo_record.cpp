@@ -1,26 +1,22 @@
 #include "operations/undo_record.h"
 
+#include <utility>
+
 #include "plugin/korvo_plugin.h"
 
-CKorvoUndoEventHandler::CKorvoUndoEventHandler(CKorvoDocData* snapshot,
+CKorvoUndoEventHandler::CKorvoUndoEventHandler(std::shared_ptr<const CKorvoTableSnapshot> snapshot,
                                                unsigned int doc_serial_number)
-    : m_snapshot(snapshot), m_doc_serial_number(doc_serial_number) {}
-
-CKorvoUndoEventHandler::~CKorvoUndoEventHandler() { delete m_snapshot; }
+    : m_snapshot(std::move(snapshot)), m_doc_serial_number(doc_serial_number) {}
 
 unsigned int CKorvoUndoEventHandler::SizeOf() const {
-  size_t size = sizeof(*this);
-  if (m_snapshot) {
-    size += sizeof(CKorvoDocData) + static_cast<size_t>(m_snapshot->Count()) *
-                                        (sizeof(CKorvoDocData::USER_DATA) + sizeof(void*));
-  }
+  const size_t size = sizeof(*this) + (m_snapshot ? m_snapshot->OwnSize() : 0);
   return static_cast<unsigned int>(size);
 }
 
 void CKorvoUndoEventHandler::Undo(const CTarsaDoc&, const wchar_t*, bool, unsigned int) {
   if (m_snapshot == nullptr) return;
   CKorvoDocData& live = *KorvoPlugIn().DocData(m_doc_serial_number);
-  const CKorvoDocData overwritten(live);
-  live = *m_snapshot;
-  *m_snapshot = overwritten;
+  std::shared_ptr<const CKorvoTableSnapshot> overwritten = live.Snapshot();
+  live.Restore(std::move(m_snapshot));
+  m_snapshot = std::move(overwritten);
 }

@@ -5,23 +5,25 @@
 // record from the moment the undo scope hands it over.
 #pragma once
 
-#include "data/stance_table.h"
+#include <memory>
+
+#include "data/table_snapshot.h"
 #include "host/tarsa/tarsa_undo.h"
 
 class CKorvoUndoEventHandler : public CTarsaUndoEventHandler {
  public:
-  // Takes ownership of `snapshot`, which may be null (the record then does nothing).
-  CKorvoUndoEventHandler(CKorvoDocData* snapshot, unsigned int doc_serial_number);
-  ~CKorvoUndoEventHandler() override;
+  // `snapshot` may be null: the record then does nothing.
+  CKorvoUndoEventHandler(std::shared_ptr<const CKorvoTableSnapshot> snapshot,
+                         unsigned int doc_serial_number);
 
   // Exchanges the entries of the document's table with the record's. Nothing is announced from
   // here: the event watcher refreshes after the undo or redo.
   void Undo(const CTarsaDoc& doc, const wchar_t* description, bool created_by_redo,
             unsigned int undo_record_serial_number) override;
-  // The record with its snapshot's entries; the names' characters are shared with the tables
-  // the snapshot was copied from and are not counted.
+  // The record with the entries its snapshot holds itself; entries shared with earlier
+  // snapshots, and the names' characters, are counted where they were first copied.
   unsigned int SizeOf() const override;
 
-  CKorvoDocData* m_snapshot;  // the table the next call puts back
+  std::shared_ptr<const CKorvoTableSnapshot> m_snapshot;  // the table the next call puts back
   unsigned int m_doc_serial_number;
 };

@@ -1,0 +1,87 @@
+#include "data/table_snapshot.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Snapshot = std::shared_ptr<const CKorvoTableSnapshot>;
+
+std::vector<std::wstring> Names(const CKorvoDocData& table) {
+  std::vector<std::wstring> names;
+  for (INT_PTR i = 0; i < table.m_entries.GetSize(); ++i) {
+    names.push_back(table.m_entries[i]->m_name.Text());
+  }
+  return names;
+}
+
+std::vector<std::wstring> Names(const CKorvoTableSnapshot& snapshot) {
+  std::vector<std::wstring> names;
+  for (const CKorvoTableSnapshot::USER_DATA* entry : snapshot.Entries()) {
+    names.push_back(entry->m_name.Text());
+  }
+  return names;
+}
+
+// Snapshots taken between random changes of a table (adds, removals and renames anywhere, tables
+// put back from older snapshots as undo does, the table emptied) each keep exactly the table they
+// were taken of, however many later snapshots share their entries, and whichever are let go.
+TEST(TableSnapshotTest, EverySnapshotKeepsItsTableThroughRandomChanges) {
+  std::mt19937 random(20261125);
+  CKorvoDocData table;
+  std::vector<std::pair<Snapshot, CKorvoDocData>> taken;
+  int next_name = 0;
+  const auto pick = [&random](int size) {
+    return std::uniform_int_distribution<int>(0, size - 1)(random);
+  };
+  for (int step = 0; step < 3000; ++step) {
+    const int count = table.Count();
+    const int action = pick(100);
+    if (action < 45 || count == 0) {
+      ZK_UUID id;
+      ASSERT_TRUE(ZK_CreateUuid(id));
+      ASSERT_EQ(table.Add(id, std::to_wstring(next_name++).c_str()), 1);
+    } else if (action < 65) {
+      ASSERT_TRUE(table.Remove(table.m_entries[pick(count)]->m_id));
+    } else if (action < 85) {
+      const ZK_UUID id = table.m_entries[pick(count)]->m_id;
+      ASSERT_EQ(table.Rename(id, (L"r" + std::to_wstring(next_name++)).c_str()), 1);
+    } else if (action < 97 && !taken.empty()) {
+      table.Restore(taken[static_cast<size_t>(pick(static_cast<int>(taken.size())))].first);
+    } else if (action < 98) {
+      table.RemoveAll();
+    } else if (!taken.empty()) {
+      taken.erase(taken.begin() + pick(static_cast<int>(taken.size())));
+    }
+    if (pick(3) == 0) taken.emplace_back(table.Snapshot(), table);
+    for (const auto& kept : taken) {
+      ASSERT_EQ(table.Equals(*kept.first), table == kept.second) << "step " << step;
+    }
+  }
+  for (const auto& kept : taken) EXPECT_EQ(Names(*kept.first), Names(kept.second));
+}
+
+// A run of snapshots each one stance longer than the one before holds one entry apiece, and a
+// run far longer than any call stack is let go without one.
+TEST(TableSnapshotTest, ARunOfSavesHoldsEachStanceOnce) {
+  CKorvoDocData table;
+  Snapshot first = table.Snapshot();
+  Snapshot last;
+  for (int i = 0; i < 200000; ++i) {
+    ZK_UUID id;
+    ASSERT_TRUE(ZK_CreateUuid(id));
+    table.Add(id, std::to_wstring(i).c_str());
+    last = table.Snapshot();
+    ASSERT_LE(last->OwnSize(), first->OwnSize() + sizeof(CKorvoTableSnapshot::USER_DATA));
+  }
+  EXPECT_EQ(Names(*last), Names(table));
+  table.RemoveAll();
+  last.reset();
+}
+
+}  // namespace

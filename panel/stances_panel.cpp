@@ -1,7 +1,7 @@
 #include "panel/stances_panel.h"
 
 #include "command/save_flows.h"
-#include "drift/stance_drift.h"
+#include "events/event_watcher.h"
 #include "host/platform/menu.h"
 #include "host/tarsa/tarsa_app.h"
 #include "host/tarsa/tarsa_dpi.h"
@@ -110,12 +110,12 @@ void CTsStancesManagerDlg::FillList() {
 void CTsStancesManagerDlg::MarkMatchedStances() {
   CKorvoDocData* table = Table();
   if (table == nullptr) return;
-  const std::vector<KorvoStanceSummary> summaries = MeasureEveryStance(*Document(), *table);
+  const CKorvoMatchCounts& counts = KorvoPlugIn().EventWatcher()->MatchCounts(*Document());
   CListCtrl& list = List();
   for (int item = 0; item < list.GetItemCount(); ++item) {
     const int index = static_cast<int>(list.GetItemData(item));
     const bool matches =
-        index >= 0 && index < static_cast<int>(summaries.size()) && summaries[index].Matches();
+        index >= 0 && index < table->Count() && counts.Matches(table->m_entries[index]->m_id);
     list.SetItemState(item, INDEXTOSTATEIMAGEMASK(matches ? matches_state_image : 0),
                       LVIS_STATEIMAGEMASK);
   }

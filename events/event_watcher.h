@@ -56,6 +56,8 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
   void OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
   void OnReplaceObject(CTarsaDoc& doc, CTarsaObject& old_object, CTarsaObject& new_object) override;
   // An undeleted object comes back with its record; stances return only through undo records.
+  // Outside opens, each object added, deleted or undeleted (undo and redo included) is counted in
+  // or out of its document's kept counts, with its record as these handlers leave it.
   void OnUnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) override;
   // After an undo or a redo the panel and the host are told that stances may have changed; at
   // the end of a recorded step the removals its deletions asked for run.
@@ -70,7 +72,8 @@ class CKorvoEventWatcher : public CTarsaEventWatcher {
   // visit on the first question since the watcher was enabled or the document last opened or
   // merged a file, then kept up to date from every object the watcher sees leave or arrive. While
   // the watcher is switched off or unregistered it sees nothing, so every question is a new
-  // visit. The watcher keeps ownership; the counts are valid until the next question.
+  // visit. The watcher keeps ownership; the counts are valid until the next question or change of
+  // the document.
   const CKorvoMatchCounts& MatchCounts(CTarsaDoc& doc);
   // A replacement the plug-in made while it paused the watcher: the old object is counted out and
   // the new one in.

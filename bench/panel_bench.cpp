@@ -1,7 +1,8 @@
 // The Stances panel with many stances: a full rebuild of its list against the host filling a list
 // of the same names it sorted once, the same rebuild with objects that carry the stances (what
-// the marks of matched stances add), and the save dialog's proposed name, when every "Position
-// %02d" name up to the count is taken, against formatting every name it tries.
+// the marks of matched stances add), that rebuild after one of the objects moved (what keeping
+// the marks up to date from a change costs), and the save dialog's proposed name, when every
+// "Position %02d" name up to the count is taken, against formatting every name it tries.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -59,8 +60,9 @@ CTarsaDoc& DocumentWithStances(int count, std::wstring (*name_of)(int), bool car
   return *doc;
 }
 
-// Rebuilds the panel's list of a document with `count` stances, carried by objects or not.
-void RebuildPanel(benchmark::State& state, bool carried) {
+// Rebuilds the panel's list of a document with `count` stances, carried by objects or not; when
+// `moving`, each rebuild follows a move of one carrier, to and fro, in the measured part.
+void RebuildPanel(benchmark::State& state, bool carried, bool moving = false) {
   const unsigned int panel_doc =
       DocumentWithStances(static_cast<int>(state.range(0)), &PoseName, carried)
           .RuntimeSerialNumber();
@@ -71,9 +73,20 @@ void RebuildPanel(benchmark::State& state, bool carried) {
   if (carried && panel.List().GetItemState(0, LVIS_STATEIMAGEMASK) != marked) {
     state.SkipWithError("a matched stance is not marked");
   }
+  CTarsaDoc& doc = *CTarsaDoc::FromRuntimeSerialNumber(panel_doc);
+  const CTarsaObject* first = CTarsaObjectIterator(doc).First();
+  const ZK_UUID mover = first ? first->ModelObjectId() : ZK_nil_uuid;
+  double offset = 1.0;
   for (auto _ : state) {
     panel.ListCaptions().Empty();  // the next request finds a change
-    Timed([&] { panel.RebuildListIfChanged(); });
+    Timed([&] {
+      if (moving) {
+        const ZK_Xform move = ZK_Xform::Translation(0, offset, 0);
+        doc.TransformObject(CTarsaObjRef(doc.LookupObject(mover)), move, true, true);
+      }
+      panel.RebuildListIfChanged();
+    });
+    offset = -offset;
   }
   TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
   CTarsaStandIn::CloseDocument(panel_doc);
@@ -83,7 +96,10 @@ void BM_PanelRebuild(benchmark::State& state) { RebuildPanel(state, false); }
 BENCHMARK(BM_PanelRebuild)->Apply(RebuildSizes);
 
 void BM_PanelRebuildCarried(benchmark::State& state) { RebuildPanel(state, true); }
-BENCHMARK(BM_PanelRebuildCarried)->Apply(Sizes);
+BENCHMARK(BM_PanelRebuildCarried)->Apply(RebuildSizes);
+
+void BM_PanelRebuildAfterMove(benchmark::State& state) { RebuildPanel(state, true, true); }
+BENCHMARK(BM_PanelRebuildAfterMove)->Apply(RebuildSizes);
 
 // The host filling a sorted list with the same names, which it sorted once beforehand, in order:
 // each lands at the end.
@@ -146,6 +162,9 @@ KORVO_RATIO_ROW("Panel list rebuild / the host filling a list of the names it so
                 "BM_PanelRebuild", "BM_FillListSortedOnce", 1.50);
 KORVO_RATIO_ROW("Panel list rebuild, stances carried by objects / carried by none (the marks)",
                 "BM_PanelRebuildCarried", "BM_PanelRebuild", 1.10);
+// A move costs the host its replacement and the marks one update of the moved object's stances.
+KORVO_RATIO_ROW("Panel list rebuild after a member moved / the same rebuild, nothing moved",
+                "BM_PanelRebuildAfterMove", "BM_PanelRebuildCarried", 1.10);
 // Beside the formatting, the proposal folds every stance's name and every candidate and looks
 // each candidate up: about two formattings' worth more.
 KORVO_RATIO_ROW("Proposed save name, all numbers taken / formatting every candidate",

@@ -83,16 +83,18 @@ void KorvoStanceSummary::Add(const KorvoMemberDrift& member) {
   m_largest_angle = std::max(m_largest_angle, member.m_angle);
 }
 
+KorvoMemberState MemberState(const CTarsaObject& object, const ZK_Xform& saved,
+                             const ZK_Xform& current) {
+  if (object.HistoryRecord() != nullptr) return KorvoMemberState::not_restorable;
+  return SamePlacement(saved, current) ? KorvoMemberState::at_stance : KorvoMemberState::moved;
+}
+
 KorvoMemberDrift MeasureMember(const CTarsaObject& object, const ZK_Xform& saved,
                                const ZK_Xform& current) {
   KorvoMemberDrift member;
   member.m_object = &object;
-  if (object.HistoryRecord() != nullptr) {
-    member.m_state = KorvoMemberState::not_restorable;
-    return member;
-  }
-  if (SamePlacement(saved, current)) return member;
-  member.m_state = KorvoMemberState::moved;
+  member.m_state = MemberState(object, saved, current);
+  if (member.m_state != KorvoMemberState::moved) return member;
   const ZK_Xform move = MoveBack(current, saved);
   const ZK_3dPoint from = BoxCentre(object);
   const ZK_3dPoint to = move * from;

@@ -43,6 +43,10 @@ struct KorvoStanceSummary {
   void Add(const KorvoMemberDrift& member);
 };
 
+// Where a member stands against the stance, given its record's saved and current transforms.
+KorvoMemberState MemberState(const CTarsaObject& object, const ZK_Xform& saved,
+                             const ZK_Xform& current);
+
 // The state of a member of a stance, given its record's saved transform for the stance.
 KorvoMemberDrift MeasureMember(const CTarsaObject& object, const ZK_Xform& saved,
                                const ZK_Xform& current);

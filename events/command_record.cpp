@@ -4,7 +4,8 @@
 
 CKorvoCommandRecord::~CKorvoCommandRecord() { delete m_saved_record; }
 
-void CKorvoCommandRecord::NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& object) {
+void CKorvoCommandRecord::NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& object,
+                                            CKorvoMatchCounts* counts) {
   const unsigned int serial = doc.RuntimeSerialNumber();
   const bool removal_asked =
       std::find(m_removal_docs.begin(), m_removal_docs.end(), serial) != m_removal_docs.end();
@@ -17,7 +18,7 @@ void CKorvoCommandRecord::NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& 
   if (m_added_ids.Count() > 0) {
     if (record != nullptr) {
       m_saved_record = new CKorvoUserData(*record);
-      HandOnRecord(doc);
+      HandOnRecord(doc, counts);
     }
     m_added_ids.Empty();
     return;
@@ -44,13 +45,17 @@ void CKorvoCommandRecord::NoteAddedObject(CTarsaObject& object) {
   m_saved_record = nullptr;
 }
 
-void CKorvoCommandRecord::HandOnRecord(CTarsaDoc& doc) {
+void CKorvoCommandRecord::HandOnRecord(CTarsaDoc& doc, CKorvoMatchCounts* counts) {
   if (m_added_ids.Count() == 0 || m_saved_record == nullptr) return;
   for (int i = 0; i < m_added_ids.Count(); ++i) {
     const CTarsaObject* object = doc.LookupObject(m_added_ids[i]);
     if (object == nullptr || CKorvoUserData::Of(object) != nullptr) continue;
     auto* copy = new CKorvoUserData(*m_saved_record);
-    if (!object->AttachGeometryUserData(copy)) delete copy;
+    if (!object->AttachGeometryUserData(copy)) {
+      delete copy;
+    } else if (counts) {
+      counts->Count(*object, 1);
+    }
   }
   m_added_ids.Empty();
   delete m_saved_record;

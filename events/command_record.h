@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "data/placement_record.h"
+#include "drift/match_counts.h"
 #include "host/tarsa/tarsa_doc.h"
 #include "host/zefkit/zk_array.h"
 
@@ -25,8 +26,9 @@ class CKorvoCommandRecord {
 
   // A deletion by the command: hands the object's record on to the objects added since the last
   // pairing, or keeps a copy of it for the next addition. A deleted stance object also asks for
-  // the removal of unused stances at the command's end.
-  void NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& object);
+  // the removal of unused stances at the command's end. Each object given a record is counted
+  // into `counts` when they are given.
+  void NoteDeletedObject(CTarsaDoc& doc, const CTarsaObject& object, CKorvoMatchCounts* counts);
   // An addition by the command: receives the record kept from a deletion waiting for it, or waits
   // for the next deletion.
   void NoteAddedObject(CTarsaObject& object);
@@ -36,7 +38,7 @@ class CKorvoCommandRecord {
  private:
   // Gives every waiting object that has no record of its own a copy of the saved record, then
   // forgets the waiting objects and the saved record. Nothing happens while either is missing.
-  void HandOnRecord(CTarsaDoc& doc);
+  void HandOnRecord(CTarsaDoc& doc, CKorvoMatchCounts* counts);
 
   bool m_deletion_waiting = false;           // a deletion no addition has been paired with yet
   CKorvoUserData* m_saved_record = nullptr;  // owned; the waiting deletion's record, or null

@@ -45,7 +45,11 @@ void TakeOverRecord(const CTarsaObject& old_object, CTarsaObject& new_object) {
 
 CKorvoEventWatcher::~CKorvoEventWatcher() { delete m_command_record; }
 
-void CKorvoEventWatcher::OnCloseDocument(CTarsaDoc&) {}
+void CKorvoEventWatcher::OnEnableEventWatcher(bool) {
+  if (!m_pausing) m_match_counts.clear();
+}
+
+void CKorvoEventWatcher::OnCloseDocument(CTarsaDoc& doc) { DropCounts(doc); }
 
 void CKorvoEventWatcher::OnNewDocument(CTarsaDoc&) {}
 
@@ -66,12 +70,16 @@ void CKorvoEventWatcher::OnReplaceObject(CTarsaDoc&, CTarsaObject& old_object, C
   m_replaced_object = &old_object;
 }
 
-void CKorvoEventWatcher::OnUnDeleteObject(CTarsaDoc&, CTarsaObject&) {}
+void CKorvoEventWatcher::OnUnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) {
+  if (CKorvoMatchCounts* counts = KeptCounts(doc)) counts->Count(object, 1);
+}
 
 void CKorvoEventWatcher::OnDeleteObject(CTarsaDoc& doc, CTarsaObject& object) {
+  CKorvoMatchCounts* counts = KeptCounts(doc);
+  if (counts) counts->Count(object, -1);
   if (m_replaced_object != nullptr || Replaying(doc)) return;
   if (m_command_record) {
-    m_command_record->NoteDeletedObject(doc, object);
+    m_command_record->NoteDeletedObject(doc, object, counts);
     return;
   }
   if (CKorvoUserData::Of(&object) == nullptr) return;
@@ -89,8 +97,14 @@ void CKorvoEventWatcher::OnAddObject(CTarsaDoc& doc, CTarsaObject& object) {
   if (CKorvoOpenDocStackItem* item = m_open_stack.Top()) {
     m_replaced_object = nullptr;
     if (item->m_merge || item->m_reference) item->m_added_ids.Append(object.ModelObjectId());
+    DropCounts(doc);
     return;
   }
+  TakeInAddedObject(doc, object);
+  if (CKorvoMatchCounts* counts = KeptCounts(doc)) counts->Count(object, 1);
+}
+
+void CKorvoEventWatcher::TakeInAddedObject(CTarsaDoc& doc, CTarsaObject& object) {
   if (m_replaced_object != nullptr) {
     const CTarsaObject* old_object = m_replaced_object;
     m_replaced_object = nullptr;
@@ -123,6 +137,35 @@ void CKorvoEventWatcher::UndoEvent(undo_event event, unsigned int, const CTarsaC
   ScheduleStancesPanelRebuild();
   if (doc == nullptr) doc = CTarsaDoc::FromRuntimeSerialNumber(0);
   if (doc != nullptr) StanceChanged(*doc);
+}
+
+const CKorvoMatchCounts& CKorvoEventWatcher::MatchCounts(CTarsaDoc& doc) {
+  if (!IsEnabled() || !IsRegistered()) {
+    m_unkept_counts.reset(new CKorvoMatchCounts(doc));
+    return *m_unkept_counts;
+  }
+  std::unique_ptr<CKorvoMatchCounts>& counts = m_match_counts[doc.RuntimeSerialNumber()];
+  if (!counts) counts.reset(new CKorvoMatchCounts(doc));
+  return *counts;
+}
+
+void CKorvoEventWatcher::CountReplacement(CTarsaDoc& doc, const CTarsaObject& old_object,
+                                          const CTarsaObject& new_object) {
+  CKorvoMatchCounts* counts = KeptCounts(doc);
+  if (counts == nullptr) return;
+  counts->Count(old_object, -1);
+  counts->Count(new_object, 1);
+}
+
+CKorvoMatchCounts* CKorvoEventWatcher::KeptCounts(const CTarsaDoc& doc) {
+  // Most often nothing is kept (no panel, no question yet): one test, no look-up.
+  if (m_match_counts.empty()) return nullptr;
+  const auto found = m_match_counts.find(doc.RuntimeSerialNumber());
+  return found == m_match_counts.end() ? nullptr : found->second.get();
+}
+
+void CKorvoEventWatcher::DropCounts(const CTarsaDoc& doc) {
+  if (!m_match_counts.empty()) m_match_counts.erase(doc.RuntimeSerialNumber());
 }
 
 void CKorvoEventWatcher::FinishCommandRecord() {

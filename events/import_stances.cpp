@@ -44,8 +44,9 @@ ZK_wString ImportedName(std::unordered_set<ZK_wString>& taken, const ZK_wString&
   return candidate;
 }
 
-void CKorvoEventWatcher::OnBeginOpenDocument(CTarsaDoc&, const wchar_t*, bool merge,
+void CKorvoEventWatcher::OnBeginOpenDocument(CTarsaDoc& doc, const wchar_t*, bool merge,
                                              bool reference) {
+  DropCounts(doc);
   m_cleanup_requested = false;
   auto* item = new CKorvoOpenDocStackItem();
   item->m_merge = merge;
@@ -54,6 +55,7 @@ void CKorvoEventWatcher::OnBeginOpenDocument(CTarsaDoc&, const wchar_t*, bool me
 }
 
 void CKorvoEventWatcher::OnEndOpenDocument(CTarsaDoc& doc, const wchar_t*, bool, bool) {
+  DropCounts(doc);
   if (const CKorvoOpenDocStackItem* item = m_open_stack.Top()) {
     // Only a file opened as the document brings its own table; a reference's stances were
     // merged, and its objects are outside every visit.

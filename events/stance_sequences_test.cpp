@@ -9,7 +9,9 @@
 //     a command makes of a member are members too);
 //   - a restore would bring every member to its saved placement (within 0.001);
 //   - undo gives the state before the step, redo the state after it, and undoing all the way at
-//     the end gives the first state.
+//     the end gives the first state;
+//   - once the panel's rebuild timer runs out, the panel marks exactly the stances that a full
+//     measure of the document finds matched (the marks are kept from each change, not measured).
 // A failure prints its seed and the shortest sequence found that still fails.
 //
 // The normal run tries 200 sequences. More, or other seeds, with one command:
@@ -27,6 +29,8 @@
 #include <string>
 #include <vector>
 
+#include "drift/stance_drift.h"
+#include "panel/stances_panel.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
 
@@ -247,6 +251,7 @@ class StanceSequencesTest : public StanceDocumentTest {
       AddToModel(model_, Add(new ZK_Polyline({{x, 0, 0}, {x + 1, 0, 0}, {x + 1, 1, 0}})));
     }
     AddToModel(model_, Add(new ZK_Polyline({{0, 5, 0}, {1, 5, 0}})));
+    ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
   }
 
   // A model file of two objects in a stance "Lib", moved away from their saved placement.
@@ -542,6 +547,26 @@ class StanceSequencesTest : public StanceDocumentTest {
       for (size_t i = 0; i < model_.objects.size(); ++i) {
         const std::string problem = CheckMember(stance, model_.objects[i].id);
         if (!problem.empty()) return "object " + std::to_string(i) + problem + name;
+      }
+    }
+    return CheckMarks();
+  }
+
+  // Whether the panel, once its rebuild timer has run out, marks each stance exactly when a full
+  // measure of the document finds that the model matches it.
+  std::string CheckMarks() {
+    CTarsaStandIn::AdvanceClock(500);
+    const CListCtrl& list = g_pStancesPanel->List();
+    if (g_pStancesPanel->Document() != doc_ || list.GetItemCount() != Table().Count()) {
+      return "the panel does not list the document's stances";
+    }
+    const std::vector<KorvoStanceSummary> measured = MeasureEveryStance(*doc_, Table());
+    const UINT mark = INDEXTOSTATEIMAGEMASK(CTsStancesManagerDlg::matches_state_image);
+    for (int item = 0; item < list.GetItemCount(); ++item) {
+      const size_t index = static_cast<size_t>(list.GetItemData(item));
+      if ((list.GetItemState(item, LVIS_STATEIMAGEMASK) == mark) != measured[index].Matches()) {
+        return "the panel's mark of " + ZK_wString(list.GetItemText(item).c_str()).ToUtf8() +
+               " is wrong";
       }
     }
     return "";

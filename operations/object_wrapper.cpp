@@ -4,8 +4,10 @@
 #include <cstring>
 #include <memory>
 
+#include "events/event_watcher.h"
 #include "host/tarsa/tarsa_app.h"
 #include "operations/watcher_pause.h"
+#include "plugin/korvo_plugin.h"
 
 bool SamePlacement(const ZK_Xform& a, const ZK_Xform& b) {
   // An object that has not moved since the save carries the very same bits, most often.
@@ -77,7 +79,10 @@ bool CKorvoObjectWrapper::Commit() {
                            doc->LightTable().ModifyLight(*light, light->m_light_index, true, false);
     // The light table copied the modified light; the working copy is ours to destroy.
     DestroyWorkingCopy();
+    const CTarsaObject* replaced = m_object;
     if (committed) m_object = doc->LookupObject(id);
+    if (committed && m_object)
+      KorvoPlugIn().EventWatcher()->CountReplacement(*doc, *replaced, *m_object);
     return committed;
   }
   CTarsaObject* copy = CTarsaObject::Cast(m_working_copy);
@@ -85,6 +90,7 @@ bool CKorvoObjectWrapper::Commit() {
     DestroyWorkingCopy();
     return false;
   }
+  KorvoPlugIn().EventWatcher()->CountReplacement(*doc, *m_object, *copy);
   // The document owns the replacement now, and it is the object from here on.
   m_working_copy = nullptr;
   m_object = copy;

@@ -1,7 +1,9 @@
 #include "panel/stances_panel.h"
 
+#include <vector>
+
 #include "command/save_flows.h"
-#include "drift/stance_drift.h"
+#include "events/event_watcher.h"
 #include "host/platform/menu.h"
 #include "host/tarsa/tarsa_app.h"
 #include "host/tarsa/tarsa_dpi.h"
@@ -110,12 +112,15 @@ void CTsStancesManagerDlg::FillList() {
 void CTsStancesManagerDlg::MarkMatchedStances() {
   CKorvoDocData* table = Table();
   if (table == nullptr) return;
-  const std::vector<KorvoStanceSummary> summaries = MeasureEveryStance(*Document(), *table);
+  const CKorvoMatchCounts& counts = KorvoPlugIn().EventWatcher()->MatchCounts(*Document());
+  // Asked in table order, the order the stances lie in memory, rather than in the list's order,
+  // which would jump from stance to stance.
+  std::vector<bool> matched(static_cast<size_t>(table->Count()));
+  for (int i = 0; i < table->Count(); ++i) matched[i] = counts.Matches(table->m_entries[i]->m_id);
   CListCtrl& list = List();
   for (int item = 0; item < list.GetItemCount(); ++item) {
     const int index = static_cast<int>(list.GetItemData(item));
-    const bool matches =
-        index >= 0 && index < static_cast<int>(summaries.size()) && summaries[index].Matches();
+    const bool matches = index >= 0 && index < table->Count() && matched[index];
     list.SetItemState(item, INDEXTOSTATEIMAGEMASK(matches ? matches_state_image : 0),
                       LVIS_STATEIMAGEMASK);
   }

@@ -117,7 +117,7 @@ class CTsStancesManagerDlg : public CTsNamedDocObjectManagerDlg {
  private:
   CKorvoDocData* Table() const;
   // Gives every item the mark when the model matches its stance, and takes it away otherwise,
-  // from one visit of the document.
+  // from the counts the event watcher keeps (a visit of the document only when none are kept).
   void MarkMatchedStances();
   // Runs `macro` through the host's script runner for the selected stance.
   void RunToolAction(const wchar_t* option, bool pause);

@@ -3,6 +3,7 @@
 #include <iterator>
 
 #include "drift/stance_drift.h"
+#include "events/event_watcher.h"
 #include "host/tarsa/tarsa_app.h"
 #include "operations/stance_members.h"
 #include "plugin/korvo_plugin.h"
@@ -235,9 +236,7 @@ VARIANT CKorvoScriptObject::StanceMatches(const VARIANT& name) {
   CTarsaDoc* doc = nullptr;
   ZK_UUID stance_id;
   if (!FindNamedStance(name, doc, stance_id)) return Null();
-  KorvoStanceSummary summary;
-  MeasureStance(*doc, stance_id, &summary);
-  return Boolean(summary.Matches());
+  return Boolean(KorvoPlugIn().EventWatcher()->MatchCounts(*doc).Matches(stance_id));
 }
 
 VARIANT CKorvoScriptObject::StanceDrift(const VARIANT& name) {

@@ -241,6 +241,20 @@ void CKorvoUserData::Entries::Truncate(int count) {
   m_block->m_used = count;
 }
 
+void CKorvoUserData::Entries::Assign(const USER_DATA* entries, int count) {
+  if (count == 0) {
+    Release();
+    return;
+  }
+  if (!m_block || m_block->m_refs > 1 || m_block->m_capacity < count) {
+    Release();
+    Reserve(count);
+  }
+  std::copy_n(entries, count, m_block->Data());
+  m_count = count;
+  m_block->m_used = count;
+}
+
 void CKorvoUserData::Entries::Reserve(int capacity) {
   void* memory = ::operator new(sizeof(Block) + static_cast<size_t>(capacity) * sizeof(USER_DATA));
   Block* block = new (memory) Block{1, m_count, capacity};

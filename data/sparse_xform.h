@@ -25,7 +25,9 @@ class CKorvoSparseXform {
     return !m_xform || m_xform->IsIdentity(tolerance);
   }
   ZK_Xform Inverse() const { return Get().Inverse(); }
-  ZK_Xform operator*(const ZK_Xform& rhs) const { return Get() * rhs; }
+  // The kernel's product, bit for bit, without its sixty-four multiplications while this is the
+  // identity.
+  ZK_Xform operator*(const ZK_Xform& rhs) const;
   bool operator==(const ZK_Xform& other) const { return Get() == other; }
   bool operator!=(const ZK_Xform& other) const { return !(Get() == other); }
   // The bytes held outside the object itself.

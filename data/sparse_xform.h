@@ -11,7 +11,8 @@
 class CKorvoSparseXform {
  public:
   CKorvoSparseXform() = default;
-  CKorvoSparseXform(const CKorvoSparseXform& source) { *this = source.Get(); }
+  CKorvoSparseXform(const CKorvoSparseXform& source)
+      : m_xform(source.m_xform ? std::make_unique<ZK_Xform>(*source.m_xform) : nullptr) {}
   CKorvoSparseXform& operator=(const CKorvoSparseXform& source) { return *this = source.Get(); }
   // Keeps `xform` bit for bit: only the identity's own bits (no -0.0) are kept as no room.
   CKorvoSparseXform& operator=(const ZK_Xform& xform);

@@ -44,11 +44,13 @@ CKorvoUserData::CKorvoUserData() {
   m_userdata_copycount = 1;
 }
 
-CKorvoUserData::CKorvoUserData(const CKorvoUserData& source) : ZK_UserData(source) {
-  m_userdata_uuid = m_userdata_id;
-  m_application_uuid = KorvoPlugIn().PlugInID();
-  *this = source;
-}
+// Member by member, ids included, since the kernel copies a record with every copy of its
+// object: nothing set first only to be overwritten.
+CKorvoUserData::CKorvoUserData(const CKorvoUserData& source)
+    : ZK_UserData(source),
+      m_entries(source.m_entries),
+      m_accumulated_xform(source.m_accumulated_xform),
+      m_last_xform(source.m_last_xform) {}
 
 CKorvoUserData& CKorvoUserData::operator=(const CKorvoUserData& source) {
   if (this == &source) return *this;
@@ -237,6 +239,20 @@ void CKorvoUserData::Entries::Truncate(int count) {
     Release();
     return;
   }
+  m_count = count;
+  m_block->m_used = count;
+}
+
+void CKorvoUserData::Entries::Assign(const USER_DATA* entries, int count) {
+  if (count == 0) {
+    Release();
+    return;
+  }
+  if (!m_block || m_block->m_refs > 1 || m_block->m_capacity < count) {
+    Release();
+    Reserve(count);
+  }
+  std::copy_n(entries, count, m_block->Data());
   m_count = count;
   m_block->m_used = count;
 }

@@ -50,6 +50,8 @@ class CKorvoUserData : public ZK_UserData {
     USER_DATA* Editable();
     // Keeps the first `count` entries.
     void Truncate(int count);
+    // Replaces the entries by the `count` at `entries`, which lie outside every block.
+    void Assign(const USER_DATA* entries, int count);
     // Moves the entries into a new block of this record's own with room for `capacity`.
     void Reserve(int capacity);
     void Release();
@@ -114,6 +116,9 @@ class CKorvoUserData : public ZK_UserData {
   USER_DATA& EditableEntry(int index) { return m_entries.Editable()[index]; }
   // Appends an entry; callers test HasEntry first, since the record keeps one entry per stance.
   void Add(const ZK_UUID& id, const ZK_Xform& xform);
+  // Replaces every entry by the `count` entries at `entries` (outside this record), in their
+  // order: for a caller that rearranges many entries of a record at once.
+  void SetEntries(const USER_DATA* entries, int count) { m_entries.Assign(entries, count); }
   // True when the stance's entry was removed; the others keep their order.
   bool Remove(const ZK_UUID& id);
   void RemoveAll();

@@ -11,7 +11,8 @@
 class CKorvoSparseXform {
  public:
   CKorvoSparseXform() = default;
-  CKorvoSparseXform(const CKorvoSparseXform& source) { *this = source.Get(); }
+  CKorvoSparseXform(const CKorvoSparseXform& source)
+      : m_xform(source.m_xform ? std::make_unique<ZK_Xform>(*source.m_xform) : nullptr) {}
   CKorvoSparseXform& operator=(const CKorvoSparseXform& source) { return *this = source.Get(); }
   // Keeps `xform` bit for bit: only the identity's own bits (no -0.0) are kept as no room.
   CKorvoSparseXform& operator=(const ZK_Xform& xform);
@@ -25,7 +26,9 @@ class CKorvoSparseXform {
     return !m_xform || m_xform->IsIdentity(tolerance);
   }
   ZK_Xform Inverse() const { return Get().Inverse(); }
-  ZK_Xform operator*(const ZK_Xform& rhs) const { return Get() * rhs; }
+  // The kernel's product, bit for bit, without its sixty-four multiplications while this is the
+  // identity.
+  ZK_Xform operator*(const ZK_Xform& rhs) const;
   bool operator==(const ZK_Xform& other) const { return Get() == other; }
   bool operator!=(const ZK_Xform& other) const { return !(Get() == other); }
   // The bytes held outside the object itself.

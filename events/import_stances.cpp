@@ -1,30 +1,85 @@
 // The event watcher's handling of model files being read: the open stack, the clean-up at the
 // end of an open, and the merge of the stances of a file that is imported or referenced.
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "data/undo_scope.h"
 #include "events/event_watcher.h"
 #include "events/imported_name.h"
-#include "operations/object_wrapper.h"
 #include "plugin/korvo_plugin.h"
 
 namespace {
 
-// Moves one object's entry from the file's stance id to its new id; the saved placement takes
-// along the transform the host applied while adding the object.
-void Rekey(const CTarsaObject& object, const ZK_UUID& old_id, const ZK_UUID& new_id) {
-  ZK_Xform stored;
-  const CKorvoUserData* read_only = CKorvoObjectWrapper(&object).GetRecord();
-  if (read_only == nullptr || !read_only->GetXform(old_id, stored)) return;
-  auto* record = CKorvoUserData::Of(&object);
-  if (record == nullptr) return;
-  stored = record->m_last_xform * stored;
-  record->Remove(old_id);
-  if (!record->HasEntry(new_id)) record->Add(new_id, stored);
+// One stance of the file as the merge takes it over: its id in the file, its new id (nil when
+// none could be made, and its entries stay as they are), and the next stance of the file with
+// the same id in the file (-1 for none), for a file that lists an id twice.
+struct ImportedStance {
+  ZK_UUID m_old_id;
+  ZK_UUID m_new_id;
+  bool m_moves = false;  // false when no new id could be made: its entries stay as they are
+  int m_next_same = -1;
+};
+
+// Moves one record's entries over to the new ids: for each of the file's stances in the file's
+// order, the record's first entry of its old id not yet moved goes to the end under the new id,
+// its saved placement taking along the transform the host applied while adding the object; the
+// entries of other stances stay first, in their order. `first_of` gives the first of the file's
+// stances of each old id. `moves` and `entries` are room the caller keeps from one record to the
+// next, so that the merge allocates nothing per record.
+void Rekey(CKorvoUserData& record, const std::vector<ImportedStance>& stances,
+           const std::unordered_map<ZK_UUID, int, ZK_UuidHash>& first_of,
+           std::vector<std::pair<int, int>>& moves,
+           std::vector<CKorvoUserData::USER_DATA>& entries) {
+  using Entry = CKorvoUserData::USER_DATA;
+  const int count = static_cast<int>(record.m_entries.GetSize());
+  if (count == 0) return;
+  const Entry* own = record.m_entries[0];
+  moves.clear();  // (the file's stance, the entry it moves)
+  for (int e = 0; e < count; ++e) {
+    const ZK_UUID& id = own[e].m_id;
+    // An id the record lists twice is looked up once.
+    if (std::any_of(own, own + e, [&](const Entry& before) { return before.m_id == id; })) continue;
+    const auto found = first_of.find(id);
+    if (found == first_of.end()) continue;
+    for (int s = found->second; s >= 0; s = stances[static_cast<size_t>(s)].m_next_same) {
+      if (stances[static_cast<size_t>(s)].m_moves) moves.emplace_back(s, -1);
+    }
+  }
+  if (moves.empty()) return;
+  std::sort(moves.begin(), moves.end());
+  // Each move takes the first entry of its old id that no earlier move took.
+  int moved = 0;
+  for (auto move = moves.begin(); move != moves.end(); ++move) {
+    const ZK_UUID& old_id = stances[static_cast<size_t>(move->first)].m_old_id;
+    for (int e = 0; e < count && move->second < 0; ++e) {
+      if (own[e].m_id == old_id && std::none_of(moves.begin(), move, [e](const auto& earlier) {
+            return earlier.second == e;
+          })) {
+        move->second = e;
+        ++moved;
+      }
+    }
+  }
+  if (moved == 0) return;
+  entries.clear();
+  for (int e = 0; e < count; ++e) {
+    const bool taken = std::any_of(moves.begin(), moves.end(),
+                                   [e](const std::pair<int, int>& m) { return m.second == e; });
+    if (!taken) entries.push_back(own[e]);
+  }
+  // The new ids are made fresh for this merge: none is in the record already.
+  for (const auto& [s, entry] : moves) {
+    if (entry >= 0) {
+      entries.push_back(
+          {stances[static_cast<size_t>(s)].m_new_id, record.m_last_xform * own[entry].m_xform});
+    }
+  }
+  record.SetEntries(entries.data(), static_cast<int>(entries.size()));
 }
 
 }  // namespace
@@ -74,36 +129,40 @@ void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive
   CKorvoUndoScope scope(doc);
   CKorvoDocData& live = *KorvoPlugIn().DocData(doc.RuntimeSerialNumber());
 
-  // Which of the file's objects carry which of the file's stances, found in one pass, so that
-  // the merge costs the number of imported entries rather than stances times objects.
-  std::unordered_map<ZK_UUID, std::vector<const CTarsaObject*>, ZK_UuidHash> carriers;
-  for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
-    carriers.emplace(imported.m_entries[i]->m_id, std::vector<const CTarsaObject*>());
-  }
-  for (int i = 0; i < item->m_added_ids.Count(); ++i) {
-    const CTarsaObject* object = doc.LookupObject(item->m_added_ids[i]);
-    const CKorvoUserData* record = object ? CKorvoObjectWrapper(object).GetRecord() : nullptr;
-    if (record == nullptr) continue;
-    for (INT_PTR e = 0; e < record->m_entries.GetSize(); ++e) {
-      const auto found = carriers.find(record->m_entries[e]->m_id);
-      if (found != carriers.end() && (found->second.empty() || found->second.back() != object)) {
-        found->second.push_back(object);
-      }
-    }
-  }
-
   // Names and ids in use, gathered once, so that the merge costs the number of stances rather
   // than its square.
   std::unordered_set<ZK_wString> taken_names = live.FoldedNames();
   CKorvoStanceIdSet taken_ids = live.Ids();
+  std::vector<ImportedStance> stances(static_cast<size_t>(imported.m_entries.GetSize()));
+  std::unordered_map<ZK_UUID, int, ZK_UuidHash> first_of;
   for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
     const CKorvoDocData::USER_DATA& stance = *imported.m_entries[i];
-    ZK_UUID new_id;
-    if (!ZK_CreateUuid(new_id)) continue;
+    ImportedStance& taken_over = stances[static_cast<size_t>(i)];
+    taken_over.m_old_id = stance.m_id;
+    taken_over.m_moves = ZK_CreateUuid(taken_over.m_new_id);
+    if (!taken_over.m_moves) continue;
     const ZK_wString name = ImportedName(taken_names, stance.m_name);
     // As Add would: an empty name or an id in use adds nothing, and the entries move all the same.
-    if (!name.IsEmpty() && taken_ids.Insert(new_id)) live.AddFree(new_id, name);
-    for (const CTarsaObject* object : carriers[stance.m_id]) Rekey(*object, stance.m_id, new_id);
+    if (!name.IsEmpty() && taken_ids.Insert(taken_over.m_new_id)) {
+      live.AddFree(taken_over.m_new_id, name);
+    }
+  }
+  // The file's stances of each old id, chained in the file's order.
+  for (int i = static_cast<int>(stances.size()) - 1; i >= 0; --i) {
+    auto [found, added] = first_of.emplace(stances[static_cast<size_t>(i)].m_old_id, i);
+    if (!added) {
+      stances[static_cast<size_t>(i)].m_next_same = found->second;
+      found->second = i;
+    }
+  }
+
+  // Each of the file's objects once, so that the merge costs the number of imported entries
+  // rather than stances times objects.
+  std::vector<std::pair<int, int>> moves;
+  std::vector<CKorvoUserData::USER_DATA> entries;
+  for (int i = 0; i < item->m_added_ids.Count(); ++i) {
+    CKorvoUserData* record = CKorvoUserData::Of(doc.LookupObject(item->m_added_ids[i]));
+    if (record) Rekey(*record, stances, first_of, moves, entries);
   }
   live.RemoveUnusedStances();
 }

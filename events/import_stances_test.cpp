@@ -1,3 +1,5 @@
+#include <cstring>
+
 #include "events/event_watcher.h"
 #include "operations/every_object_iterator.h"
 #include "testing/stance_document_test.h"
@@ -91,6 +93,38 @@ TEST_F(ModelFileTest, ImportingTwiceGivesTwoSetsOfStancesEachCarriedByItsOwnObje
 
   ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));  // the second import, stances and objects, is one step
   EXPECT_EQ(Table().Count(), 3);
+}
+
+TEST_F(ModelFileTest, AnImportedRecordKeepsEntriesOfOtherStancesFirstThenTheFilesInItsOrder) {
+  const ZK_UUID box = AddBox();
+  const ZK_UUID first = Save(L"First", {box});
+  Move(box, ZK_Xform::Translation(1, 0, 0));
+  Save(L"Second", {box});
+  Move(box, ZK_Xform::Translation(0, 2, 0));
+  const ZK_UUID gone = Save(L"Gone", {box});
+  access_.DeleteStance(*doc_, gone);
+  CKorvoUserData* own = CKorvoUserData::Of(doc_->LookupObject(box));
+  ZK_Xform first_xform;
+  ASSERT_TRUE(own->GetXform(first, first_xform));
+  own->Remove(first);  // the record's order is now Second, Gone, First
+  own->Add(first, first_xform);
+  std::vector<ZK_Xform> saved;
+  for (INT_PTR e = 0; e < RecordOf(box)->m_entries.GetSize(); ++e) {
+    saved.push_back(RecordOf(box)->m_entries[e]->m_xform);
+  }
+  SaveModel(path_);
+
+  ASSERT_TRUE(ReadModel(path_));
+  const std::vector<ZK_UUID> imported = Members(L"First - Copy");
+  ASSERT_EQ(imported.size(), 1u);
+  const CKorvoUserData* record = RecordOf(imported[0]);
+  ASSERT_EQ(record->m_entries.GetSize(), 3);
+  const ZK_UUID ids[] = {gone, StanceId(L"First - Copy"), StanceId(L"Second - Copy")};
+  const ZK_Xform* xforms[] = {&saved[1], &saved[2], &saved[0]};
+  for (int e = 0; e < 3; ++e) {
+    EXPECT_EQ(record->m_entries[e]->m_id, ids[e]) << e;
+    EXPECT_EQ(std::memcmp(&record->m_entries[e]->m_xform, xforms[e], sizeof(ZK_Xform)), 0) << e;
+  }
 }
 
 TEST_F(ModelFileTest, AnAttachedModelStaysOutOfEveryVisit) {

@@ -28,6 +28,19 @@ std::uint64_t GetLittleEndian(const unsigned char* in, int size) {
   return value;
 }
 
+// The same for the sizes the archive reads by the million, in one load where the machine's own
+// order is little-endian.
+template <class Unsigned>
+Unsigned Load(const unsigned char* in) {
+#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+  Unsigned value;
+  std::memcpy(&value, in, sizeof(Unsigned));
+  return value;
+#else
+  return static_cast<Unsigned>(GetLittleEndian(in, sizeof(Unsigned)));
+#endif
+}
+
 }  // namespace
 
 size_t ZK_BinaryArchive::BytesLeft() const {
@@ -44,10 +57,19 @@ bool ZK_BinaryArchive::WriteBytes(const void* bytes, size_t size) {
   return true;
 }
 
-bool ZK_BinaryArchive::ReadBytes(void* bytes, size_t size) {
-  if (size > BytesLeft()) return false;
-  if (size > 0) std::memcpy(bytes, m_buffer.data() + m_position, size);
+inline const unsigned char* ZK_BinaryArchive::Take(size_t size) {
+  if (m_mode != ZK_ArchiveMode::read) return nullptr;
+  const size_t end = m_chunks.empty() ? m_buffer.size() : m_chunks.back();
+  if (end < m_position || end - m_position < size) return nullptr;
+  const unsigned char* at = m_buffer.data() + m_position;
   m_position += size;
+  return at;
+}
+
+bool ZK_BinaryArchive::ReadBytes(void* bytes, size_t size) {
+  const unsigned char* at = Take(size);
+  if (at == nullptr) return false;
+  if (size > 0) std::memcpy(bytes, at, size);
   return true;
 }
 
@@ -58,9 +80,9 @@ bool ZK_BinaryArchive::WriteInt(int value) {
 }
 
 bool ZK_BinaryArchive::ReadInt(int& value) {
-  unsigned char bytes[4];
-  if (!ReadBytes(bytes, 4)) return false;
-  value = static_cast<std::int32_t>(static_cast<std::uint32_t>(GetLittleEndian(bytes, 4)));
+  const unsigned char* bytes = Take(4);
+  if (bytes == nullptr) return false;
+  value = static_cast<std::int32_t>(Load<std::uint32_t>(bytes));
   return true;
 }
 
@@ -95,11 +117,11 @@ bool ZK_BinaryArchive::WriteUuid(const ZK_UUID& uuid) {
 }
 
 bool ZK_BinaryArchive::ReadUuid(ZK_UUID& uuid) {
-  unsigned char bytes[16];
-  if (!ReadBytes(bytes, 16)) return false;
-  uuid.Data1 = static_cast<unsigned int>(GetLittleEndian(bytes, 4));
-  uuid.Data2 = static_cast<unsigned short>(GetLittleEndian(bytes + 4, 2));
-  uuid.Data3 = static_cast<unsigned short>(GetLittleEndian(bytes + 6, 2));
+  const unsigned char* bytes = Take(16);
+  if (bytes == nullptr) return false;
+  uuid.Data1 = Load<std::uint32_t>(bytes);
+  uuid.Data2 = Load<std::uint16_t>(bytes + 4);
+  uuid.Data3 = Load<std::uint16_t>(bytes + 6);
   std::memcpy(uuid.Data4, bytes + 8, 8);
   return true;
 }

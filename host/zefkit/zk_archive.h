@@ -89,6 +89,9 @@ class ZK_BinaryArchive {
   bool WriteBytes(const void* bytes, size_t size);
   bool CloseWriteChunk(unsigned int* crc);
   bool ReadBytes(void* bytes, size_t size);
+  // The next `size` bytes of the current chunk, passed over; null, the position as it was, when
+  // fewer are left (or the archive is for writing).
+  const unsigned char* Take(size_t size);
   bool WriteUserData(const ZK_UserData& user_data);
   void ReadUserData(ZK_Object& object);
   bool ReadUserDataHeader(ZK_UserData& user_data);

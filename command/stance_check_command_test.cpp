@@ -33,6 +33,20 @@ class StanceCheckTest : public CommandLineTest {
   }
 };
 
+TEST_F(StanceCheckTest, AMovedAndTurnedCoverIsNamedAloneWithHowFarAndHowMuch) {
+  Do(L"Move", {L"cover", L"", L"0,5,0"});
+  Do(L"Rotate", {L"cover", L"", L"30", L"1,6,1"});
+  EXPECT_EQ(Run(L"StanceCheck", {L""})[0], L"Stance to check <All>:");
+  EXPECT_EQ(Check(L""),
+            (Lines{L"Assembled: members 3, moved 1, largest distance 5, largest angle 30",
+                   L"Open: members 1, moved 1, largest distance 5.83095, "
+                   L"largest angle 30"}));
+  EXPECT_EQ(Check(L"assembled"), (Lines{L"cover: moved, distance 5, angle 30",
+                                        L"base: at the stance", L"pin: at the stance"}));
+  EXPECT_EQ(result_, CTarsaCommand::success);
+  EXPECT_EQ(Check(L"Nowhere"), (Lines{L"Stance <Nowhere> does not exist."}));
+}
+
 TEST_F(StanceCheckTest, ARestoreMatchesAndItsUndoDoesNot) {
   Do(L"Move", {L"pin", L"", L"1,0,0"});
   Do(L"-Stance", {L"Restore", L"Open", L""});

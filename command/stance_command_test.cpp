@@ -60,15 +60,22 @@ TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYes) {
   const ZK_UUID front = Save(L"Front", {door, wheel});
   Save(L"Side", {door});
 
+  Lines shown = Stance({L"Save", L"FRONT", L"No", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Save"), L"Name for the saved position <Side>: FRONT",
+                          L"The name <FRONT> already exists.",
+                          L"Do you want to update it? ( Yes No ): No", Menu()}));
+  EXPECT_EQ(Table().FindByName(L"front")->m_id, front);
+
   Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
   EXPECT_EQ(Table().FindByName(L"front")->m_id, front);
 
-  Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
+  shown = Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
   EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
 
   g_bSaveWithoutConfirm = true;
-  EXPECT_EQ(Stance({L"Save", L"SIDE", L"door", L"", L""})[2], L"Select objects: door");
+  shown = Stance({L"Save", L"SIDE", L"door", L"", L""});
+  EXPECT_EQ(shown[2], L"Select objects: door");
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"front", L"SIDE"}));
 }
 
@@ -103,18 +110,24 @@ TEST_F(StanceCommandTest, EmptyCancelledAndUnknownAnswersEndOnlyTheFlow) {
   EXPECT_EQ(result_, CTarsaCommand::cancel);
 }
 
-// Select redraws the views to show the selection; a new name taken in another case is refused.
-TEST_F(StanceCommandTest, SelectRedrawsAndRenameRefusesANameTakenInAnyCase) {
+TEST_F(StanceCommandTest, RestoreSelectRenameAndDeleteFindStancesInAnyCase) {
   const ZK_UUID door = AddNamed(L"door");
   const ZK_UUID hidden = AddNamed(L"lid", nullptr, TarsaObjectMode::hidden);
   Save(L"Front", {door, hidden});
   Save(L"Back", {door});
+  const auto saved = Placement(door);
+  Move(door, ZK_Xform::Translation(5, 0, 0));
   const int redraws = CTarsaStandIn::RedrawCount(*doc_);
-  const Lines shown = Stance({L"Select", L"front", L"Rename", L"fRONT", L"back", L""});
+
+  const Lines shown = Stance({L"Restore", L"FRONT", L"Select", L"front", L"Rename", L"fRONT",
+                              L"back", L"Rename", L"front", L"Top", L"Delete", L"TOP", L""});
+  ExpectNear(Placement(door), saved);
   EXPECT_EQ(Object(door)->IsSelected(), 2);
-  EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1);
+  EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1) << "the views show the selection";
   EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
-  EXPECT_EQ(shown[5], L"New name <back> already exists.");
+  EXPECT_EQ(shown[6], L"New name: back");
+  EXPECT_EQ(shown[7], L"New name <back> already exists.");
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back"}));
 }
 
 TEST_F(StanceCommandTest, AppendAndUpdateTakePreSelectedObjects) {
@@ -133,6 +146,18 @@ TEST_F(StanceCommandTest, AppendAndUpdateTakePreSelectedObjects) {
   Stance({L"Restore", L"Front", L""});
   ExpectNear(Placement(door), updated);
   ExpectNear(Placement(wheel), appended);
+}
+
+TEST_F(StanceCommandTest, VisibleShowsThePanelsStateAndTogglesIt) {
+  TarsaUiOpenDockbarTab(g_stances_panel_tab_id);
+  const Lines shown = Stance({L"Visible", L"_Visible", L"_Toggle", L"Visible=Toggle", L"", L""});
+  EXPECT_EQ(shown, (Lines{Menu(L"Visible"), L"Choose stance option ( Visible=Yes ): _Visible",
+                          L"Visible <Yes> ( Yes No Toggle ): _Toggle",
+                          L"Choose stance option ( Visible=No ): Visible=Toggle",
+                          L"Choose stance option ( Visible=Yes ):", Menu()}));
+  EXPECT_TRUE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  Stance({L"Visible", L"Visible=No", L"_Escape", L""});
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
 }
 
 TEST_F(StanceCommandTest, OneRunIsOneUndoStepStartingWithTheRemovalOfUnusedStances) {

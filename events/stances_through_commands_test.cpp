@@ -229,6 +229,18 @@ TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommands
   EXPECT_EQ(Members(L"R"), std::vector<ZK_UUID>{d});
 }
 
+// A document's own model file merged into it: the copies carry the copied stances only.
+TEST_F(StancesThroughCommandsTest, MergingTheDocumentsOwnFileGivesTheCopiesTheirOwnStances) {
+  const ZK_UUID a = Add(Segment());
+  SaveStance(L"Front", {a});
+  const std::string path = ModelPath();
+  SaveModel(path);
+  ASSERT_TRUE(ReadModel(path));
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Front", L"Front - Copy"}));
+  EXPECT_EQ(Members(L"Front"), std::vector<ZK_UUID>{a});
+  EXPECT_EQ(Members(L"Front - Copy").size(), 1u);
+}
+
 TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsRecordsAlone) {
   const ZK_UUID a = Add(Segment());
   SaveStance(L"P", {a});

@@ -415,6 +415,35 @@ TEST_F(StancesPanelTest, ACancelledSaveLeavesTheFlagOff) {
   EXPECT_EQ(Table().Count(), 0);
 }
 
+TEST_F(StancesPanelTest, RenameAndDeleteGoThroughTheCommandWithQuotesIntact) {
+  Stance(L"Side");
+  Stance(L"Side\" Front");
+  panel_ = &Open();
+  Select({1});
+  Answers().Choose(103);  // delete
+  Answers().Answer(true);
+  RightClick();
+  std::vector<Question> asked = Answers().TakeQuestions();
+  EXPECT_EQ(asked.back().prompt, L"Do you want to delete \"Side\" Front\"?");
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Delete \"Side\"\" Front\"  _ENTER", 0}}));
+  EXPECT_EQ(Table().Count(), 1);
+  EXPECT_NE(Table().FindByName(L"Side"), nullptr);
+
+  WaitForRebuild();
+  Select({0});
+  Answers().Choose(104);  // rename: the label is edited in place
+  Answers().Enter(L"Front \"new\"");
+  RightClick();
+  asked = Answers().TakeQuestions();
+  EXPECT_EQ(asked.back().kind, Question::label);
+  EXPECT_EQ(asked.back().prompt, L"Side");
+  EXPECT_EQ(TakeScripts(),
+            (Scripts{{L"!-_Stance _Rename \"Side\" \"Front \"\"new\"\"\" _ENTER", 0}}));
+  EXPECT_NE(Table().FindByName(L"Front \"new\""), nullptr);
+  EXPECT_EQ(Shown(), (Texts{L"Front \"new\""})) << "shown at once, before the rebuild";
+  EXPECT_EQ(Output(), L"");
+}
+
 TEST_F(StancesPanelTest, MarksFollowTheModelThroughRestoreMoveAndUndoKeepingTheSelection) {
   const ZK_UUID door = AddNamed(L"door");
   Save(L"Front", {door});

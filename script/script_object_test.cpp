@@ -132,6 +132,41 @@ TEST_F(ScriptObjectTest, SaveRefusesEveryUnusableArgumentAndChangesNothing) {
   EXPECT_EQ(TakeStanceChanges(), 0);
 }
 
+// Every kind of name a script can pass, each turned into the text it names.
+TEST_F(ScriptObjectTest, NamesAreNumbersBooleansAndTextsFollowedThroughReferences) {
+  const ZK_UUID box = AddBox();
+  for (const wchar_t* name : {L"5", L"-3", L"1.5", L"1.500000", L"True", L"False", L"Plain"}) {
+    Save(name, {box});
+  }
+  const std::vector<std::pair<VARIANT, const wchar_t*>> names = {
+      {I4(5), L"5"},
+      {I2(-3), L"-3"},
+      {R8(1.5), L"1.5"},
+      {R4(1.5f), L"1.500000"},
+      {Bool(-1), L"True"},
+      {Bool(1), L"False"},
+      {Ref(Ref(Text(L"plain"))), L"Plain"}};
+  for (const auto& [value, name] : names) {
+    EXPECT_TRUE(IsTrue(Call(L"DeleteStance", {value}))) << name;
+    EXPECT_FALSE(Table().NameExists(name)) << name;
+  }
+  TakeStanceChanges();
+
+  Save(L"0", {box});
+  VARIANT& cycle = NewValue(VT_BYREF | VT_VARIANT);
+  cycle.pvarVal = &cycle;
+  VARIANT& null_reference = NewValue(VT_BYREF | VT_VARIANT);
+  VARIANT& by_reference_number = NewValue(VT_BYREF | VT_I4);
+  by_reference_number.byref = &NewValue(VT_I4).lVal;
+  for (VARTYPE type : {VT_EMPTY, VT_NULL, VT_CY, VT_DATE, VT_DISPATCH, VT_ERROR}) {
+    EXPECT_TRUE(IsNull(Call(L"RestoreStance", {NewValue(type)}))) << type;
+  }
+  for (const VARIANT& value : {cycle, null_reference, by_reference_number, Ids({box}), Missing()}) {
+    EXPECT_TRUE(IsNull(Call(L"RestoreStance", {value}))) << value.vt;
+  }
+  EXPECT_EQ(Names(), std::vector<std::wstring>{L"0"});
+}
+
 TEST_F(ScriptObjectTest, ObjectArraysOfStringsOrVariantsAnyLowerBoundGiveTheObjectsTheyName) {
   const ZK_UUID a = AddBox(), b = AddBox(), c = AddLight(), d = AddBox();
   const VARIANT& variants = Array(VT_VARIANT, 3,
@@ -162,6 +197,20 @@ TEST_F(ScriptObjectTest, ObjectArraysOfStringsOrVariantsAnyLowerBoundGiveTheObje
     EXPECT_TRUE(IsNull(Call(L"AppendStance", {objects, Text(L"Front")}))) << objects.vt;
   }
   EXPECT_FALSE(InStance(d, L"Front"));
+}
+
+TEST_F(ScriptObjectTest, StancesSortsUnlessANumberOrBooleanSaysNo) {
+  const ZK_UUID box = AddBox();
+  for (const wchar_t* name : {L"beta", L"Alpha", L"gamma"}) Save(name, {box});
+  const std::vector<std::wstring> sorted = {L"Alpha", L"beta", L"gamma"};
+  const std::vector<std::wstring> table_order = {L"beta", L"Alpha", L"gamma"};
+  for (const VARIANT& sort : {Missing(), Text(L"False"), R8(std::nan("")), I4(-2), Bool(1)}) {
+    EXPECT_EQ(Texts(Call(L"Stances", {sort})), sorted) << sort.vt;
+  }
+  for (const VARIANT& sort : {Bool(VARIANT_FALSE), I2(0), I4(0), R4(0), Ref(R8(-0.0))}) {
+    EXPECT_EQ(Texts(Call(L"Stances", {sort})), table_order) << sort.vt;
+  }
+  EXPECT_EQ(Texts(Call(L"Stances")), sorted);  // left off the end
 }
 
 TEST_F(ScriptObjectTest, RestoreUpdateAndAppendWorkOnTheStancesObjects) {

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 
 #include "command/save_flows.h"
 #include "host/platform/module_state.h"
@@ -92,6 +93,20 @@ TEST_F(StancesPanelTest, OpeningTheTabMakesThePanelAndClosingDestroysIt) {
   CTarsaStandIn::SetLanguage(1031);
   CTarsaStandIn::SetTranslation(33040, L"Stellungen");
   EXPECT_STREQ(panel_->Caption(), L"Stellungen");
+  // The texts the host asks the panel for, each with its own string id.
+  std::map<int, std::wstring> texts;
+  CTarsaStandIn::SetLocalizationObserver(
+      [&texts](const wchar_t* english, int id) { texts[id] = english; });
+  for (const wchar_t* text : {panel_->SaveDialogTitle(), panel_->SaveDialogPrompt(),
+                              panel_->ReplaceQuestion(), panel_->NothingSavedMessage()}) {
+    EXPECT_NE(text, nullptr);
+  }
+  CTarsaStandIn::SetLocalizationObserver(nullptr);
+  EXPECT_EQ(texts, (std::map<int, std::wstring>{
+                       {28189, L"Save Position"},
+                       {28190, L"Save current object positions as:"},
+                       {28511, L"The \"%s\" stance already exists, do you want to replace it?"},
+                       {28512, L"No stances have been saved"}}));
 
   // Every control of the template is there and bound; the tool buttons carry their icons.
   for (int id : {1064, 2110, 2111, 6125, 1956, 1147, 1148, 1149, 2112}) {
@@ -357,15 +372,6 @@ TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStance) {
   EXPECT_EQ(asked[0].default_item, 100);
   EXPECT_EQ(asked[0].point.x, -1);
   EXPECT_TRUE(TakeScripts().empty()) << "a dismissed menu does nothing";
-
-  Answers().Choose(100);  // restore
-  RightClick();
-  Answers().Choose(105);  // select in document
-  RightClick();
-  Answers().TakeQuestions();
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0},
-                                    {L"!-_Stance _Select \"Front\" _ENTER", 0}}));
-  EXPECT_EQ(Output(), L"");
 }
 
 TEST_F(StancesPanelTest, RestoringSelectedObjectsOnlyMovesThemBackInOneUndoStep) {
@@ -390,48 +396,6 @@ TEST_F(StancesPanelTest, RestoringSelectedObjectsOnlyMovesThemBackInOneUndoStep)
   EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
   ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_NEAR(Placement(door)[0].x, saved[0].x + 5, 1e-9) << "the part restore is one step";
-}
-
-TEST_F(StancesPanelTest, SaveProposesANameAsksBeforeReplacingAndRunsTheCommandOnce) {
-  Stance(L"Position 01");
-  AddNamed(L"door");
-  panel_ = &Open();
-  Answers().Choose(106);
-  Answers().Enter(L"Front");
-  Type({L"door", L""});
-  RightClick();
-  std::vector<Question> asked = Answers().TakeQuestions();
-  ASSERT_EQ(asked.size(), 2u);
-  EXPECT_EQ(asked[1].title, L"Save Position");
-  EXPECT_EQ(asked[1].prompt, L"Save current object positions as:");
-  EXPECT_EQ(asked[1].proposed, L"Position 02");
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Front\" _PAUSE _ENTER", 1}}));
-  EXPECT_FALSE(g_bSaveWithoutConfirm);
-  Output();
-  WaitForRebuild();
-  EXPECT_EQ(Shown(), (Texts{L"Front", L"Position 01"}));
-
-  // Saving over the selected stance: the panel asks, the command does not ask again.
-  Select({0});
-  Answers().Enter(L"FRONT");
-  Answers().Answer(false);
-  EXPECT_TRUE(Click(2110));
-  asked = Answers().TakeQuestions();
-  ASSERT_EQ(asked.size(), 2u);
-  EXPECT_EQ(asked[0].proposed, L"Front");
-  EXPECT_EQ(asked[1].prompt, L"The \"FRONT\" stance already exists, do you want to replace it?");
-  EXPECT_TRUE(TakeScripts().empty()) << "answered no";
-
-  Answers().Enter(L"FRONT");
-  Answers().Answer(true);
-  Type({L"door", L""});
-  EXPECT_TRUE(Click(2110));
-  Answers().TakeQuestions();
-  TakeScripts();
-  EXPECT_EQ(Output().find(L"already exists"), std::wstring::npos);
-  EXPECT_FALSE(g_bSaveWithoutConfirm);
-  WaitForRebuild();
-  EXPECT_EQ(Shown(), (Texts{L"FRONT", L"Position 01"}));
 }
 
 TEST_F(StancesPanelTest, ACancelledSaveLeavesTheFlagOff) {

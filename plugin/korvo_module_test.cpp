@@ -1,7 +1,6 @@
 // The module Korvo.tsp as the host loads it. This test links none of the plug-in's code: the
 // plug-in object exists only in the module file, once each time it is loaded.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <regex>
 #include <string>
@@ -22,14 +21,6 @@ class KorvoModuleTest : public HostSessionTest {
     CTarsaPlugIn* plug_in = CTarsaPlugInLoader::Load(path, error_);
     EXPECT_EQ(error_, L"");
     return plug_in;
-  }
-  // The message of a refused module, after checking that it left the host as it was.
-  std::wstring Refused(const char* path) {
-    error_.clear();
-    EXPECT_EQ(CTarsaPlugInLoader::Load(path, error_), nullptr);
-    EXPECT_TRUE(CTarsaStandIn::PlugIns().empty());
-    EXPECT_EQ(CTarsaCommand::Find(L"Stance", true), nullptr);
-    return error_;
   }
   const CTarsaObject* AddBox(const wchar_t* name) {
     CTarsaObjectAttributes attributes;
@@ -116,46 +107,6 @@ TEST_F(KorvoModuleTest, TheHostAccessInterfaceIsWithdrawnAtUnloadAndAgainAtDestr
   Stance_SetTarsaDynamicAccess(access);  // as if the host still held it
   CTarsaPlugInLoader::Unload(*plug_in);  // closing the module destroys the plug-in object
   EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
-}
-
-TEST_F(KorvoModuleTest, BrokenModulesAreRefusedWithTheirReasonAndLeaveTheHostAsItWas) {
-  const struct {
-    const char* path;
-    std::wstring message;
-  } cases[] = {
-      {BROKEN_MISSING_EXPORT,
-       L"Could not "
-       L"load " BROKEN_MISSING_EXPORT_W L": it has no export TarsaPlugInSdkServiceRelease."},
-      {BROKEN_WRONG_SDK,
-       L"Could not "
-       L"load"
-       L" " BROKEN_WRONG_SDK_W L": TarsaPlugInSdkServiceRelease gives 0x8C005B78; this host needs "
-       L"0x8C005B79."},
-      {BROKEN_REFUSED_LOAD, L"Could not load " BROKEN_REFUSED_LOAD_W L": its licence has run out."},
-      {BROKEN_SILENT_REFUSAL,
-       L"Could not load " BROKEN_SILENT_REFUSAL_W L": the plug-in refused to load."},
-      {BROKEN_THROWING_LOAD,
-       L"Could not "
-       L"load"
-       L" " BROKEN_THROWING_LOAD_W L": its OnLoadPlugIn threw an exception (no licence server)."},
-      {BROKEN_NAMELESS, L"Could not load " BROKEN_NAMELESS_W L": its plug-in gives no name."},
-  };
-  for (const auto& refused : cases) EXPECT_EQ(Refused(refused.path), refused.message);
-  const std::wstring missing = Refused("/nonexistent/Korvo.tsp");
-  EXPECT_EQ(missing.rfind(L"Could not load /nonexistent/Korvo.tsp: ", 0), 0u) << missing;
-  const std::wstring directory = Refused("/tmp");
-  EXPECT_EQ(directory.rfind(L"Could not load /tmp: ", 0), 0u) << directory;
-}
-
-TEST_F(KorvoModuleTest, ABareFileNameIsAModuleInTheCurrentFolder) {
-  char here[4096];
-  ASSERT_NE(getcwd(here, sizeof here), nullptr);
-  const std::string module = KORVO;
-  ASSERT_EQ(chdir(module.substr(0, module.rfind('/')).c_str()), 0);
-  const CTarsaPlugIn* plug_in = Load("Korvo.tsp");
-  EXPECT_EQ(chdir(here), 0);
-  ASSERT_NE(plug_in, nullptr);
-  EXPECT_EQ(CTarsaPlugInLoader::Path(*plug_in), "Korvo.tsp");
 }
 
 }  // namespace

@@ -70,18 +70,23 @@ TEST(TableSnapshotTest, EverySnapshotKeepsItsTableThroughRandomChanges) {
 // run far longer than any call stack is let go without one.
 TEST(TableSnapshotTest, ARunOfSavesHoldsEachStanceOnce) {
   CKorvoDocData table;
-  Snapshot first = table.Snapshot();
-  Snapshot last;
-  for (int i = 0; i < 200000; ++i) {
+  const Snapshot empty = table.Snapshot();
+  for (int i = 0; i < 2000; ++i) {
     ZK_UUID id;
     ASSERT_TRUE(ZK_CreateUuid(id));
     table.Add(id, std::to_wstring(i).c_str());
-    last = table.Snapshot();
-    ASSERT_LE(last->OwnSize(), first->OwnSize() + sizeof(CKorvoTableSnapshot::USER_DATA));
+    ASSERT_LE(table.Snapshot()->OwnSize(),
+              empty->OwnSize() + sizeof(CKorvoTableSnapshot::USER_DATA));
   }
-  EXPECT_EQ(Names(*last), Names(table));
+  EXPECT_EQ(Names(*table.Snapshot()), Names(table));
+
+  Snapshot run = table.Snapshot();
+  for (int i = 0; i < 300000; ++i) {
+    run = CKorvoTableSnapshot::Make(run, run->Count(), {CKorvoTableSnapshot::USER_DATA{}});
+  }
+  EXPECT_EQ(run->Count(), 302000);
   table.RemoveAll();
-  last.reset();
+  run.reset();
 }
 
 }  // namespace

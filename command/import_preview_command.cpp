@@ -35,13 +35,13 @@ bool ReadFileTable(const CTarsaFilePreview& file, CKorvoDocData& table) {
     return false;
   }
   ZK_BinaryMemoryArchive archive(*block);
-  const int header = CKorvoPlugIn::ReadBlockHeader(archive);
-  if (header == 0) {
+  const CKorvoPlugIn::BlockHeader header = CKorvoPlugIn::ReadBlockHeader(archive);
+  if (header == CKorvoPlugIn::BlockHeader::newer) {
     PrintMessage(L"This model was created with a more recent version of the Stance plug-in\n",
                  40016);
     return false;
   }
-  if (header < 0 || !table.Read(archive)) {
+  if (header == CKorvoPlugIn::BlockHeader::damaged || !table.Read(archive)) {
     PrintMessage(L"The stances of the file cannot be read.\n", 40017);
     return false;
   }

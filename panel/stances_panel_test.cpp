@@ -220,6 +220,12 @@ TEST_F(StancesPanelTest, ThePanelShowsTheActiveDocumentAndHearsOfNewOnes) {
   EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
   CTarsaStandIn::SetActiveDocument(serial_);
   EXPECT_EQ(Shown(), (Texts{L"Front"}));
+  // A file merged that changes no stance still has the panel look again once it is read.
+  const std::string empty = ModelPath();
+  SaveModel(empty, other);
+  WaitForRebuild();
+  ASSERT_TRUE(ReadModel(empty));
+  EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
   CTarsaStandIn::CloseDocument(serial_);
   EXPECT_EQ(panel_->Document(), other);
   EXPECT_TRUE(Shown().empty());

@@ -97,13 +97,16 @@ TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
   }
 }
 
-TEST_F(KorvoModuleTest, TheHostAccessInterfaceIsWithdrawnAtUnloadAndAgainAtDestruction) {
+TEST_F(KorvoModuleTest, TheHostAccessInterfaceAndTheWatcherAreWithdrawnAtUnload) {
+  const size_t watchers = CTarsaStandIn::EventWatcherCount();
   CTarsaPlugIn* plug_in = Load();
   ASSERT_NE(plug_in, nullptr);
   ITsStanceDynamicAccess* access = CTarsaStandIn::StanceDynamicAccess();
   ASSERT_NE(access, nullptr);
+  EXPECT_GT(CTarsaStandIn::EventWatcherCount(), watchers);
   CTarsaStandIn::UnloadPlugIn(*plug_in);  // OnUnloadPlugIn; the module stays open
   EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+  EXPECT_EQ(CTarsaStandIn::EventWatcherCount(), watchers) << "the host would call unloaded code";
   Stance_SetTarsaDynamicAccess(access);  // as if the host still held it
   CTarsaPlugInLoader::Unload(*plug_in);  // closing the module destroys the plug-in object
   EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);

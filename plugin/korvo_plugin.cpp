@@ -83,8 +83,8 @@ bool CKorvoPlugIn::WriteDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
 
 bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
                                 const CTarsaFileReadOptions&) {
-  const int header = ReadBlockHeader(archive);
-  if (header == 0) {
+  const BlockHeader header = ReadBlockHeader(archive);
+  if (header == BlockHeader::newer) {
     TarsaMessageBox(
         TsLocalizeString(L"This model was created with a more recent version of the Stance plug-in",
                          15750),
@@ -93,7 +93,7 @@ bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
   }
   CKorvoEventWatcher* watcher = EventWatcher();
   CKorvoOpenDocStackItem* item = watcher->m_open_stack.Top();
-  if (header < 0) return false;
+  if (header == BlockHeader::damaged) return false;
   if (item && (item->m_reference || item->m_merge)) {
     watcher->ImportStances(doc, archive);
   } else if (!DocData(doc.RuntimeSerialNumber())->ReadWhole(archive)) {
@@ -109,11 +109,11 @@ bool CKorvoPlugIn::ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
   return true;
 }
 
-int CKorvoPlugIn::ReadBlockHeader(ZK_BinaryArchive& archive) {
+CKorvoPlugIn::BlockHeader CKorvoPlugIn::ReadBlockHeader(ZK_BinaryArchive& archive) {
   int version = 0;
-  if (!archive.ReadInt(version) || version > kDocumentVersion) return 0;
+  if (!archive.ReadInt(version) || version > kDocumentVersion) return BlockHeader::newer;
   ZK_wString place_holder;
-  return archive.ReadString(place_holder) ? 1 : -1;
+  return archive.ReadString(place_holder) ? BlockHeader::read : BlockHeader::damaged;
 }
 
 IUnknown* CKorvoPlugIn::GetScriptObjectInterface(REFIID iid) {

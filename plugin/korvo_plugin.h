@@ -50,10 +50,12 @@ class CKorvoPlugIn : public CTarsaUtilitySystemPlugIn {
   // block was accepted and read.
   bool ReadDocument(CTarsaDoc& doc, ZK_BinaryArchive& archive,
                     const CTarsaFileReadOptions& options) override;
-  // Reads the version and the placeholder that open the plug-in's block, leaving the archive at
-  // the table: 1 read; 0 when the version cannot be read or is newer than this plug-in reads; -1
-  // when the placeholder is cut short.
-  static int ReadBlockHeader(ZK_BinaryArchive& archive);
+  // What the version and the placeholder that open the plug-in's block say.
+  enum class BlockHeader { read, newer, damaged };
+  // Reads the version and the placeholder, leaving the archive at the table: `newer` when the
+  // version cannot be read or is newer than this plug-in reads; `damaged` when the placeholder is
+  // cut short.
+  static BlockHeader ReadBlockHeader(ZK_BinaryArchive& archive);
 
   // The script object's IUnknown or IDispatch, with one reference added for the caller; null for
   // every other interface id.

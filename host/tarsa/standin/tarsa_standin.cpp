@@ -107,6 +107,8 @@ bool CTarsaStandIn::UnloadPlugIn(CTarsaPlugIn& plug_in) {
 
 const std::vector<CTarsaPlugIn*>& CTarsaStandIn::PlugIns() { return TarsaApp().m_plug_ins; }
 
+size_t CTarsaStandIn::EventWatcherCount() { return TarsaApp().m_watchers.size(); }
+
 CTarsaCommandLine& CTarsaStandIn::CommandLine() { return *TarsaApp().m_command_line; }
 
 std::vector<std::pair<std::wstring, int>> CTarsaStandIn::TakeScripts() {

@@ -65,6 +65,8 @@ class CTarsaStandIn {
   static const std::vector<CTarsaPlugIn*>& PlugIns();
   // The host access interface a plug-in handed over (Stance_SetTarsaDynamicAccess), or null.
   static ITsStanceDynamicAccess* StanceDynamicAccess();
+  // How many event watchers are registered: a plug-in that is unloaded must leave none of its own.
+  static size_t EventWatcherCount();
 
   // Every registered command, in the order they were made.
   static std::vector<CTarsaCommand*> Commands();

@@ -91,7 +91,7 @@ int CListCtrl::InsertItem(UINT mask, int item, const wchar_t* text, UINT state, 
 }
 
 bool CListCtrl::SetItem(const LVITEMW& item) {
-  if (item.iItem < 0 || item.iItem >= GetItemCount()) return false;
+  if (item.iItem < 0 || item.iItem >= GetItemCount() || item.iSubItem != 0) return false;
   Assign(*m_items[static_cast<size_t>(item.iItem)], item);
   return true;
 }
@@ -132,7 +132,7 @@ UINT CListCtrl::GetItemState(int item, UINT state_mask) const {
 }
 
 int CListCtrl::GetNextItem(int item, UINT flags) const {
-  for (int i = std::max(item + 1, 0); i < GetItemCount(); ++i) {
+  for (int i = item + 1; item >= -1 && i < GetItemCount(); ++i) {
     if ((flags & LVNI_SELECTED) == 0 || (m_items[static_cast<size_t>(i)]->state & LVIS_SELECTED)) {
       return i;
     }

@@ -79,7 +79,8 @@ class CListCtrl : public CWnd {
   int InsertItem(const LVITEMW& item);
   int InsertItem(UINT mask, int item, const wchar_t* text, UINT state, UINT state_mask, int image,
                  LPARAM data);
-  // Changes what the mask names of item `iItem`: false when there is no such item.
+  // Changes what the mask names of item `iItem`: false when there is no such item, or `iSubItem`
+  // names a column the list does not have (it has one).
   bool SetItem(const LVITEMW& item);
   bool SetItem(int item, int sub_item, UINT mask, const wchar_t* text, int image, UINT state,
                UINT state_mask, LPARAM data);
@@ -91,7 +92,8 @@ class CListCtrl : public CWnd {
   int GetItemImage(int item) const;
   UINT GetItemState(int item, UINT state_mask) const;
   int GetItemCount() const { return static_cast<int>(m_items.size()); }
-  // The next item after `item` (-1: from the start) that has the flags: its index, or -1.
+  // The next item after `item` (-1: from the start) that has the flags: its index, or -1, also
+  // when `item` is below -1.
   int GetNextItem(int item, UINT flags) const;
   int GetSelectedCount() const;
   int GetColumnWidth() const { return m_column_width; }

@@ -176,7 +176,6 @@ TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLi
   EXPECT_TRUE(Shown().contains("): _Save\n")) << "the panel's action shows";
   EXPECT_TRUE(Shown().contains("Select objects: lid")) << "each pick shows";
   EXPECT_TRUE(Shown().contains("Command: List\n")) << "the line after the actions is taken";
-  EXPECT_EQ(window_->width(), 1000);
 }
 
 TEST_F(MainWindowTest, PromptOptionsAreLinksThatWrapAndTheLineCompletesAndRecalls) {

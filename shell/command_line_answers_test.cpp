@@ -30,8 +30,9 @@ class CommandLineAnswersTest : public HostSessionTest {
   CMenu menu_;
 };
 
-TEST_F(CommandLineAnswersTest, TheSaveDialogProposesItsTextAndEnterTakesIt) {
-  Type({L"", L"\"Side view\"", L"_Escape"});
+// Each question shows what it proposes, which Enter takes; only Yes replaces or deletes.
+TEST_F(CommandLineAnswersTest, TextsYesNoAndLabelsAreAskedWithWhatEnterTakes) {
+  Type({L"", L"\"Side view\"", L"_Escape", L"y", L"", L"No", L"_Escape", L"", L"Back"});
   std::wstring name;
   ASSERT_TRUE(answers_.AskText(L"Save Position", L"Save current object positions as:",
                                L"Position 03", name));
@@ -39,29 +40,20 @@ TEST_F(CommandLineAnswersTest, TheSaveDialogProposesItsTextAndEnterTakesIt) {
   ASSERT_TRUE(answers_.AskText(L"Save Position", L"Save as:", L"Position 03", name));
   EXPECT_EQ(name, L"Side view");
   EXPECT_FALSE(answers_.AskText(L"Save Position", L"Save as:", L"Position 03", name));
+  for (const bool yes : {true, false, false, false}) {
+    EXPECT_EQ(answers_.AskYesNo(L"Replace it?", L"Stances"), yes);
+  }
+  for (const wchar_t* label : {L"Front", L"Back"}) {
+    ASSERT_TRUE(answers_.EditLabel(nullptr, 0, L"Front", name));
+    EXPECT_EQ(name, label);
+  }
   EXPECT_EQ(Shown(),
             L"Save current object positions as <Position 03>:\n"
             L"Save as <Position 03>: \"Side view\"\n"
-            L"Save as <Position 03>: _Escape\n");
-}
-
-TEST_F(CommandLineAnswersTest, OnlyYesReplacesOrDeletes) {
-  Type({L"y", L"", L"No", L"_Escape"});
-  EXPECT_TRUE(answers_.AskYesNo(L"Replace it?", L"Stances"));
-  EXPECT_FALSE(answers_.AskYesNo(L"Replace it?", L"Stances"));
-  EXPECT_FALSE(answers_.AskYesNo(L"Replace it?", L"Stances"));
-  EXPECT_FALSE(answers_.AskYesNo(L"Replace it?", L"Stances"));
-  EXPECT_EQ(Shown().substr(0, 31), L"Replace it? <No> ( Yes No ): y\n");
-}
-
-TEST_F(CommandLineAnswersTest, TheLabelEditorStartsFromTheCurrentName) {
-  Type({L"", L"Back"});
-  std::wstring name;
-  ASSERT_TRUE(answers_.EditLabel(nullptr, 0, L"Front", name));
-  EXPECT_EQ(name, L"Front");
-  ASSERT_TRUE(answers_.EditLabel(nullptr, 0, L"Front", name));
-  EXPECT_EQ(name, L"Back");
-  EXPECT_EQ(Shown(), L"New label <Front>:\nNew label <Front>: Back\n");
+            L"Save as <Position 03>: _Escape\n"
+            L"Replace it? <No> ( Yes No ): y\nReplace it? <No> ( Yes No ):\n"
+            L"Replace it? <No> ( Yes No ): No\nReplace it? <No> ( Yes No ): _Escape\n"
+            L"New label <Front>:\nNew label <Front>: Back\n");
 }
 
 TEST_F(CommandLineAnswersTest, AMenuIsChosenFromByTheBeginningOfAnItem) {

@@ -9,25 +9,7 @@ namespace {
 
 using Words = std::vector<std::wstring>;
 
-TEST(Completion, OffersTheOptionsAPromptShowsWithoutTheirValues) {
-  const std::wstring prompt = L"Choose stance option ( List Save Restore Visible=Yes ):";
-  EXPECT_EQ(TsCompletions(prompt, L"re"), Words{L"Restore"});
-  EXPECT_EQ(TsCompletions(prompt, L"vis"), Words{L"Visible"});
-  EXPECT_EQ(TsCompletions(prompt, L"_s"), Words{L"_Save"});
-  EXPECT_EQ(TsCompletions(prompt, L""), (Words{L"List", L"Restore", L"Save", L"Visible"}));
-  EXPECT_EQ(TsCompletions(L"Name for position to restore:", L"a"), Words{});
-  EXPECT_EQ(TsCompletions(L"Visible <No> ( Yes No Toggle ):", L"t"), Words{L"Toggle"});
-}
-
-TEST(Completion, OffersCommandNamesAtTheCommandPromptKeepingTheirMarks) {
-  EXPECT_EQ(TsCompletions(L"Command:", L"sav"), (Words{L"Save", L"SaveAs"}));
-  EXPECT_EQ(TsCompletions(L"Command:", L"-_OPE"), Words{L"-_Open"});
-  EXPECT_EQ(TsCompletions(L"Command:", L"!zzz"), Words{});
-}
-
-}  // namespace
-
-class StanceNameCompletion : public StanceDocumentTest {
+class CompletionTest : public StanceDocumentTest {
  protected:
   void SaveStance(const wchar_t* name) {
     ZK_SimpleArray<const CTarsaObject*> objects;
@@ -36,14 +18,25 @@ class StanceNameCompletion : public StanceDocumentTest {
   }
 };
 
-TEST_F(StanceNameCompletion, OffersTheStancesOfTheDocumentWhereTheStanceCommandAsksForOne) {
+// The options a prompt shows, without their values; command names at the command prompt, with
+// their marks; the document's stances where the stance command asks for one, quoted as typed.
+TEST_F(CompletionTest, OffersWhatThePromptTakesThatBeginsWithTheWord) {
   for (const wchar_t* name : {L"Lid", L"Lift", L"two words", L"Say \"ah\"", L"Base"})
     SaveStance(name);
+  const std::wstring options = L"Choose stance option ( List Save Restore Visible=Yes ):";
   const struct {
-    const wchar_t* prompt;
+    std::wstring prompt;
     const wchar_t* word;
     Words offered;
   } cases[] = {
+      {options, L"re", {L"Restore"}},
+      {options, L"vis", {L"Visible"}},
+      {options, L"_s", {L"_Save"}},
+      {options, L"", {L"List", L"Restore", L"Save", L"Visible"}},
+      {L"Visible <No> ( Yes No Toggle ):", L"t", {L"Toggle"}},
+      {L"Command:", L"sav", {L"Save", L"SaveAs"}},
+      {L"Command:", L"-_OPE", {L"-_Open"}},
+      {L"Command:", L"!zzz", {}},
       {L"Name for position to restore:", L"li", {L"Lid", L"Lift"}},
       {L"Stance to delete:", L"LI", {L"Lid", L"Lift"}},
       {L"Name for the saved position <Lid>:", L"t", {L"\"two words\""}},
@@ -61,3 +54,5 @@ TEST_F(StanceNameCompletion, OffersTheStancesOfTheDocumentWhereTheStanceCommandA
         << completion.prompt << " " << completion.word;
   }
 }
+
+}  // namespace

@@ -20,27 +20,17 @@ TEST(FormatNumber, ShowsAtMostThreeDecimalsAndNeverMinusZero) {
 
 using ObjectListingTest = HostDocumentTest;
 
+// Lights and the other kinds and states are listed in the transcripts; here what they do not
+// show: the box round a polyline whose extremes lie between its ends, and an unnamed object.
 TEST_F(ObjectListingTest, ListsEveryObjectInAlignedColumnsWithItsStateAndPlace) {
   const CTarsaObject* box = Add(new ZK_Box({0, 0, 0}, {1, 2, 3}), L"door");
   Add(new ZK_Polyline({{0, 0, 0}, {-4, 1, 0}, {2, 5, 0}}), L"", TarsaObjectMode::hidden);
   box->Select();
-  ZK_Light light;
-  light.m_location = {1, 1, 9};
-  CTarsaObjectAttributes lamp;
-  lamp.m_name = L"lamp";
-  lamp.m_mode = TarsaObjectMode::locked;
-  doc_->LightTable().AddLight(light, lamp);
-  const std::vector<const CTarsaObject*> objects = TsEveryObject(*doc_);
-  ASSERT_EQ(objects.size(), 3u);
-  const std::wstring listing = TsListObjects(objects);
-  const std::wstring id3 = ZK_UuidToString(objects[2]->ModelObjectId()).Text();
-  EXPECT_EQ(listing,
-            L"door       box       normal selected  from 0,0,0 to 1,2,3     "
+  EXPECT_EQ(TsListObjects(TsEveryObject(*doc_)),
+            L"door       box       normal selected  from 0,0,0 to 1,2,3   "
             L"00000000-0000-4000-8000-000000000001\n"
-            L"(unnamed)  polyline  hidden           from -4,0,0 to 2,5,0    "
-            L"00000000-0000-4000-8000-000000000002\n"
-            L"lamp       light     locked           at 1,1,9 toward 0,0,-1  " +
-                id3 + L"\n");
+            L"(unnamed)  polyline  hidden           from -4,0,0 to 2,5,0  "
+            L"00000000-0000-4000-8000-000000000002\n");
 }
 
 }  // namespace

@@ -43,13 +43,12 @@ TEST_F(ScriptInputTest, SkipsCommentsAndRunsPushedFilesBeforeTheRest) {
   EXPECT_EQ(ReadAll(), (std::vector<std::wstring>{L"Copy", L"Move", L"", L"List"}));
 }
 
-TEST_F(ScriptInputTest, RefusesWhatIsNoReadableFile) {
+// A missing script: the transcripts mistakes and unreadable_script.
+TEST_F(ScriptInputTest, RefusesAFolder) {
   std::wstring error;
   EXPECT_FALSE(input_.PushScriptFile(testing::TempDir(), error));
   EXPECT_EQ(error,
             L"Cannot read the script " + ZK_wString::FromUtf8(testing::TempDir()).Text() + L".");
-  EXPECT_FALSE(input_.PushScriptFile("/nonexistent.tsc", error));
-  EXPECT_EQ(error, L"Cannot read the script /nonexistent.tsc.");
 }
 
 }  // namespace

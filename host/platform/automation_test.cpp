@@ -6,6 +6,7 @@
 
 #include "host/platform/c_string.h"
 #include "host/platform/ole_safe_array.h"
+#include "testing/script_values.h"
 
 namespace {
 
@@ -32,14 +33,6 @@ SAFEARRAY* Texts(VARTYPE type, LONG lower_bound, std::initializer_list<const wch
     VariantClear(&value);
   }
   return array;
-}
-
-std::wstring VariantText(const SAFEARRAY* array, LONG index) {
-  VARIANT value;
-  EXPECT_EQ(SafeArrayGetElement(array, &index, &value), S_OK);
-  const std::wstring text = value.vt == VT_BSTR ? Text(value.bstrVal) : L"?";
-  VariantClear(&value);
-  return text;
 }
 
 TEST(Bstr, HoldsItsLengthAndEmbeddedZerosAndNullIsEmpty) {
@@ -202,11 +195,7 @@ TEST(OleSafeArray, BuildsAZeroBasedArrayAndHandsItOver) {
     EXPECT_EQ(array.vt, VT_EMPTY);
     ASSERT_TRUE(array.Create(VT_BSTR, 1, &count));  // freed with the wrapper
   }
-  LONG lower = -1;
-  SafeArrayGetLBound(handed.parray, 1, &lower);
-  EXPECT_EQ(lower, 0);
-  EXPECT_EQ(VariantText(handed.parray, 0), L"Front");
-  EXPECT_EQ(VariantText(handed.parray, 1), L"Side");
+  EXPECT_EQ(ScriptValues::Texts(handed), (std::vector<std::wstring>{L"Front", L"Side"}));
   VariantClear(&handed);
 }
 

@@ -16,14 +16,9 @@ unsigned int BitwiseCrc(const std::vector<unsigned char>& bytes) {
   return ~crc;
 }
 
-TEST(ZkCrc32, MatchesTheCheckValueAndContinuesAcrossPieces) {
-  const char* text = "123456789";
-  EXPECT_EQ(ZK_CRC32(0, 9, text), 0xCBF43926u);
-  EXPECT_EQ(ZK_CRC32(ZK_CRC32(0, 4, text), 5, text + 4), 0xCBF43926u);
-  EXPECT_EQ(ZK_CRC32(0x1234, 9, nullptr), 0x1234u);
-}
-
 TEST(ZkCrc32, AgreesWithTheBitwiseCheckAtEveryLengthAndSplit) {
+  EXPECT_EQ(ZK_CRC32(0, 9, "123456789"), 0xCBF43926u);
+  EXPECT_EQ(ZK_CRC32(0x1234, 9, nullptr), 0x1234u);
   std::vector<unsigned char> bytes;
   unsigned int state = 12345;
   for (int i = 0; i < 600; ++i) {

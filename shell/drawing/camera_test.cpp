@@ -113,20 +113,4 @@ TEST(CameraTest, FitShowsEveryPointInsideTheMargins) {
   ExpectAt(camera.Project({4, 4, 4}), 100, 50, 0);
 }
 
-TEST(CameraTest, QuaternionsTurnAndInterpolate) {
-  const TsQuat quarter = TsQuat::AxisAngle({0, 0, 1}, 3.14159265358979323846 / 2);
-  const TsVec3 x = quarter.Rotate({1, 0, 0});
-  EXPECT_NEAR(x.x, 0, 1e-12);
-  EXPECT_NEAR(x.y, 1, 1e-12);
-  const TsQuat half = Slerp(TsQuat(), quarter, 0.5);
-  EXPECT_NEAR(half.Angle(), 3.14159265358979323846 / 4, 1e-12);
-  const TsVec3 diagonal = half.Rotate({1, 0, 0});
-  EXPECT_NEAR(diagonal.x, std::sqrt(0.5), 1e-12);
-  EXPECT_NEAR(diagonal.y, std::sqrt(0.5), 1e-12);
-  const TsQuat rows = TsQuat::FromRows({0, 1, 0}, {-1, 0, 0}, {0, 0, 1});
-  const TsVec3 turned = rows.Rotate({0, 1, 0});  // the first row goes to x
-  EXPECT_NEAR(turned.x, 1, 1e-12);
-  EXPECT_NEAR(turned.y, 0, 1e-12);
-}
-
 }  // namespace

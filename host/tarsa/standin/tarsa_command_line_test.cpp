@@ -4,9 +4,9 @@
 
 #include <deque>
 
-#include "host/tarsa/standin/tarsa_standin.h"
 #include "host/tarsa/tarsa_get.h"
 #include "host/tarsa/tarsa_localize.h"
+#include "testing/host_session_test.h"
 
 namespace {
 
@@ -61,41 +61,44 @@ class SideCommand : public CTarsaCommand {
   }
 };
 
-class CommandLineTest : public ::testing::Test {
+class CommandLineTest : public HostSessionTest {
  protected:
-  void SetUp() override { doc_ = CTarsaStandIn::NewDocument(); }
-  void TearDown() override {
-    CommandLine().SetReader(nullptr);
-    CommandLine().TakeOutput();
-    CTarsaStandIn::ClearTranslations();
-    CTarsaStandIn::CloseDocument(doc_->RuntimeSerialNumber());
-  }
+  void SetUp() override { CTarsaStandIn::NewDocument(); }
   static CTarsaCommandLine& CommandLine() { return CTarsaStandIn::CommandLine(); }
-  void Type(std::deque<std::wstring> lines) {
-    typed_ = std::move(lines);
-    CommandLine().SetReader([this](const std::wstring&, std::wstring& line) {
-      if (typed_.empty()) return false;
-      line = typed_.front();
-      typed_.pop_front();
-      return true;
-    });
-  }
 
   AskCommand ask_;
   SideCommand side_;
-  CTarsaDoc* doc_ = nullptr;
-  std::deque<std::wstring> typed_;
 };
 
-TEST_F(CommandLineTest, TypedWordsAndQuotedTextsAnswerOnePromptEach) {
-  Type({L"-_Ask \"two words\" one", L"Le", L"len m=slow"});
-  CommandLine().ProcessInput();
+TEST_F(CommandLineTest, TypedLinesAnswerOnePromptAWordOrAQuotedTextEach) {
+  const struct {
+    std::deque<std::wstring> typed;
+    std::wstring shown;
+  } cases[] = {
+      // Enter and the end of input are answers too.
+      {{L"_ask", L"", L"_Enter"},
+       L"Command: _ask\nFirst:\n[]\nSecond: _Enter\n[]\nPick ( Left Length Mode=Fast ):\n"},
+      // An optional last answer is taken only when it is given already: on the same line, in any
+      // letter case; not from the next line.
+      {{L"Side one FRONT", L"Side two", L"top", L"Side \"three\" \"top\""},
+       L"Command: Side\nName: one\nSide: FRONT\n[one Front]\n"
+       L"Command: Side\nName: two\n[two none]\nCommand: top\nUnknown command: top\n"
+       L"Command: Side\nName: \"three\"\n[three none]\nCommand: \"top\"\n"
+       L"Unknown command: top\n"},
+      {{L"-_Ask \"two words\" one", L"Le", L"len m=slow"},
+       L"Command: -_Ask\nFirst: \"two words\"\n[two words]\nSecond: one\n[one]\n"
+       L"Pick ( Left Length Mode=Fast ): Le\nUnknown option: Le\n"
+       L"Pick ( Left Length Mode=Fast ): len\noption 2 value 0\n"
+       L"Command: m=slow\nUnknown command: m=slow\n"},
+  };
+  for (const auto& c : cases) {
+    Type(c.typed);
+    CommandLine().ProcessInput();
+    EXPECT_EQ(CommandLine().TakeOutput(), c.shown);
+  }
   EXPECT_FALSE(ask_.interactive);
-  EXPECT_EQ(CommandLine().TakeOutput(),
-            L"Command: -_Ask\nFirst: \"two words\"\n[two words]\nSecond: one\n[one]\n"
-            L"Pick ( Left Length Mode=Fast ): Le\nUnknown option: Le\n"
-            L"Pick ( Left Length Mode=Fast ): len\noption 2 value 0\n"
-            L"Command: m=slow\nUnknown command: m=slow\n");
+  CommandLine().RunScript(L"_Side four Top", 0);  // a macro gives it too
+  EXPECT_EQ(CommandLine().TakeOutput(), L"[four Top]\n");
 }
 
 TEST_F(CommandLineTest, AWordLongerThanEveryOptionIsAnUnknownAnswer) {
@@ -152,26 +155,6 @@ TEST_F(CommandLineTest, AnActionElsewhereCancelsTheWaitingCommandAndRunsOnceItEn
             L"Command: -_Ask\nFirst:\n[say \"hi\"]\n[c]\nCommand: typed\nUnknown command: typed\n");
 }
 
-TEST_F(CommandLineTest, AnOptionalLastAnswerIsTakenOnlyWhenItIsGivenAlready) {
-  // On the same line, in any letter case; not from the next line; from a macro too.
-  Type({L"Side one FRONT", L"Side two", L"top", L"Side \"three\" \"top\""});
-  CommandLine().ProcessInput();
-  EXPECT_EQ(CommandLine().TakeOutput(),
-            L"Command: Side\nName: one\nSide: FRONT\n[one Front]\n"
-            L"Command: Side\nName: two\n[two none]\nCommand: top\nUnknown command: top\n"
-            L"Command: Side\nName: \"three\"\n[three none]\nCommand: \"top\"\n"
-            L"Unknown command: top\n");
-  CommandLine().RunScript(L"_Side four Top", 0);
-  EXPECT_EQ(CommandLine().TakeOutput(), L"[four Top]\n");
-}
-
-TEST_F(CommandLineTest, EnterAndTheEndOfInputAreAnswersToo) {
-  Type({L"_ask", L"", L"_Enter"});
-  CommandLine().ProcessInput();
-  EXPECT_EQ(CommandLine().TakeOutput(),
-            L"Command: _ask\nFirst:\n[]\nSecond: _Enter\n[]\nPick ( Left Length Mode=Fast ):\n");
-}
-
 TEST_F(CommandLineTest, TheWaitingPromptTellsItsOptionsWhileItAsks) {
   std::vector<std::wstring> shown, words;
   CommandLine().SetReader([&](const std::wstring& prompt, std::wstring& line) {
@@ -191,6 +174,7 @@ TEST_F(CommandLineTest, TheWaitingPromptTellsItsOptionsWhileItAsks) {
   EXPECT_EQ(shown, (std::vector<std::wstring>{L"Left", L"Length", L"Mode=Fast"}));
   EXPECT_EQ(words, (std::vector<std::wstring>{L"_Left", L"_Length", L"_Mode"}));
   EXPECT_TRUE(CommandLine().Question().options.empty()) << "nothing asks any more";
+  CommandLine().TakeOutput();
 }
 
 }  // namespace

@@ -58,18 +58,11 @@ TEST_F(TarsaStandInTest, StanceChangesAreLoggedByDocumentAndHandedToTheHandler) 
   EXPECT_TRUE(CTarsaStandIn::TakeStanceChanges().empty());
 }
 
-TEST_F(TarsaStandInTest, APlugInThatRefusesItsLoadIsNotAdded) {
-  CountingPlugIn refusing(false);
-  EXPECT_FALSE(CTarsaStandIn::LoadPlugIn(refusing));
-  EXPECT_TRUE(CTarsaStandIn::PlugIns().empty());
-  EXPECT_FALSE(CTarsaStandIn::UnloadPlugIn(refusing));
-  EXPECT_EQ(refusing.m_unloads, 0);
-}
-
-TEST_F(TarsaStandInTest, ResetUnloadsPlugInsAndDropsWhatTheSessionLeftBehind) {
-  CountingPlugIn plug_in(true);
+TEST_F(TarsaStandInTest, ResetUnloadsThePlugInsThatLoadedAndDropsWhatTheSessionLeftBehind) {
+  CountingPlugIn plug_in(true), refusing(false);
   ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(plug_in));
   ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(plug_in));  // already loaded: loaded once
+  EXPECT_FALSE(CTarsaStandIn::LoadPlugIn(refusing));
   CTarsaStandIn::NewDocument();
   TarsaMessageBox(L"text", L"caption", TS_MB_OK);
   CTarsaStandIn::SetTranslation(5, L"five");
@@ -77,6 +70,7 @@ TEST_F(TarsaStandInTest, ResetUnloadsPlugInsAndDropsWhatTheSessionLeftBehind) {
   CTarsaStandIn::Reset();
   EXPECT_EQ(plug_in.m_loads, 1);
   EXPECT_EQ(plug_in.m_unloads, 1);
+  EXPECT_EQ(refusing.m_unloads, 0) << "a plug-in that refused its load was never added";
   EXPECT_TRUE(CTarsaStandIn::PlugIns().empty());
   EXPECT_TRUE(CTarsaStandIn::Documents().empty());
   EXPECT_TRUE(CTarsaStandIn::TakeMessageBoxes().empty());

@@ -1,5 +1,6 @@
 #include "host/zefkit/zk_archive.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -49,11 +50,25 @@ size_t ZK_BinaryArchive::BytesLeft() const {
   return end > m_position ? end - m_position : 0;
 }
 
-bool ZK_BinaryArchive::WriteBytes(const void* bytes, size_t size) {
-  if (m_mode != ZK_ArchiveMode::write) return false;
-  if (size > m_write_limit || m_buffer.size() > m_write_limit - size) return false;
-  const auto* p = static_cast<const unsigned char*>(bytes);
-  m_buffer.insert(m_buffer.end(), p, p + size);
+inline unsigned char* ZK_BinaryArchive::Room(size_t size) {
+  if (m_mode != ZK_ArchiveMode::write) return nullptr;
+  if (m_buffer.size() - m_end < size) Grow(size);
+  return m_buffer.data() + m_end;
+}
+
+void ZK_BinaryArchive::Grow(size_t size) {
+  // Half again what is there, so that the bytes are moved a bounded number of times in all;
+  // at least enough for a small object, so that small archives do not grow a few bytes at a time.
+  const size_t grown = m_buffer.size() + m_buffer.size() / 2;
+  m_buffer.resize(std::max({grown, m_end + size, size_t{256}}));
+}
+
+inline bool ZK_BinaryArchive::WriteBytes(const void* bytes, size_t size) {
+  if (size > m_write_limit || m_end > m_write_limit - size) return false;
+  unsigned char* at = Room(size);
+  if (at == nullptr) return false;
+  if (size > 0) std::memcpy(at, bytes, size);
+  m_end += size;
   return true;
 }
 
@@ -126,17 +141,25 @@ bool ZK_BinaryArchive::ReadUuid(ZK_UUID& uuid) {
   return true;
 }
 
-bool ZK_BinaryArchive::WriteString(const ZK_wString& text) {
-  // The units go straight into the buffer after a count that is filled in at the end.
-  const size_t start = m_buffer.size();
-  if (!WriteInt(0)) return false;
-  size_t units = 0;
-  auto put = [this, &units](unsigned long unit) {
-    m_buffer.push_back(static_cast<unsigned char>(unit));
-    m_buffer.push_back(static_cast<unsigned char>(unit >> 8));
-    ++units;
+bool ZK_BinaryArchive::WriteString(const ZK_wString& text) { return WriteText(text.View()); }
+
+bool ZK_BinaryArchive::WriteString(const wchar_t* text) {
+  return WriteText(text ? std::wstring_view(text) : std::wstring_view());
+}
+
+bool ZK_BinaryArchive::WriteText(std::wstring_view text) {
+  // The count, then the units, go straight into room for the most units the text could take
+  // (every character a surrogate pair); the count is filled in once the units are known.
+  if (text.size() > (static_cast<size_t>(-1) - 4) / 4) return false;
+  unsigned char* const start = Room(4 + 4 * text.size());
+  if (start == nullptr) return false;
+  unsigned char* unit = start + 4;
+  auto put = [&unit](unsigned long value) {
+    unit[0] = static_cast<unsigned char>(value);
+    unit[1] = static_cast<unsigned char>(value >> 8);
+    unit += 2;
   };
-  for (wchar_t w : text.View()) {
+  for (wchar_t w : text) {
     unsigned long c = static_cast<unsigned long>(w);
     if ((c >= 0xD800 && c <= 0xDFFF) || c > 0x10FFFF) c = 0xFFFD;
     if (c < 0x10000) {
@@ -146,11 +169,11 @@ bool ZK_BinaryArchive::WriteString(const ZK_wString& text) {
       put(0xDC00 + ((c - 0x10000) & 0x3FF));
     }
   }
-  if (units > 0x7FFFFFFF || m_buffer.size() > m_write_limit) {
-    m_buffer.resize(start);
-    return false;
-  }
-  PutLittleEndian(m_buffer.data() + start, units, 4);
+  const size_t size = static_cast<size_t>(unit - start);
+  const size_t units = (size - 4) / 2;
+  if (units > 0x7FFFFFFF || size > m_write_limit || m_end > m_write_limit - size) return false;
+  PutLittleEndian(start, units, 4);
+  m_end += size;
   return true;
 }
 
@@ -243,7 +266,7 @@ bool ZK_BinaryArchive::ReadPoint(ZK_3dPoint& point) {
 }
 
 bool ZK_BinaryArchive::BeginWriteChunk() {
-  const size_t at = m_buffer.size();
+  const size_t at = m_end;
   if (!WriteInt(0)) return false;
   m_chunks.push_back(at);
   return true;
@@ -257,7 +280,7 @@ bool ZK_BinaryArchive::CloseWriteChunk(unsigned int* crc) {
   if (m_mode != ZK_ArchiveMode::write || m_chunks.empty()) return false;
   const size_t at = m_chunks.back();
   m_chunks.pop_back();
-  const size_t length = m_buffer.size() - at - 4;
+  const size_t length = m_end - at - 4;
   if (length > 0x7FFFFFFF) return false;
   PutLittleEndian(m_buffer.data() + at, length, 4);
   if (crc) *crc = ZK_CRC32(*crc, length, m_buffer.data() + at + 4);
@@ -433,6 +456,11 @@ ZK_BinaryMemoryArchive::ZK_BinaryMemoryArchive(std::vector<unsigned char>&& byte
   m_buffer = std::move(bytes);
 }
 
+const std::vector<unsigned char>& ZK_BinaryMemoryArchive::Bytes() const {
+  if (m_mode == ZK_ArchiveMode::write) m_buffer.resize(m_end);
+  return m_buffer;
+}
+
 ZK_BinaryFileArchive::ZK_BinaryFileArchive(const std::string& path, ZK_ArchiveMode mode)
     : ZK_BinaryArchive(mode), m_path(path) {
   if (mode == ZK_ArchiveMode::write) {
@@ -475,7 +503,7 @@ ZK_BinaryFileArchive::~ZK_BinaryFileArchive() { Close(); }
 
 bool ZK_BinaryFileArchive::WriteOut() {
   // A megabyte at a time, so that a large model never sits in memory whole.
-  return m_buffer.size() < (1u << 20) || Flush();
+  return m_end < (1u << 20) || Flush();
 }
 
 bool ZK_BinaryFileArchive::Flush() {
@@ -483,13 +511,13 @@ bool ZK_BinaryFileArchive::Flush() {
     m_fd = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     m_write_failed = m_fd < 0;
   }
-  for (size_t at = 0; !m_write_failed && at < m_buffer.size();) {
-    const ssize_t put = write(m_fd, m_buffer.data() + at, m_buffer.size() - at);
+  for (size_t at = 0; !m_write_failed && at < m_end;) {
+    const ssize_t put = write(m_fd, m_buffer.data() + at, m_end - at);
     if (put < 0 && errno == EINTR) continue;
     m_write_failed = put <= 0;
     if (!m_write_failed) at += static_cast<size_t>(put);
   }
-  m_buffer.clear();
+  m_end = 0;  // the room stays for what comes next
   return !m_write_failed;
 }
 

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/zefkit/zk_object.h"
@@ -32,6 +33,9 @@ class ZK_BinaryArchive {
   // Strings travel as UTF-16; a code point outside Unicode is written as U+FFFD. Reading fails
   // on a negative length, a lone surrogate or a NUL character.
   bool WriteString(const ZK_wString& text);
+  // The same for a text the caller has as characters ending in a zero, without making a string
+  // of it first; null writes the empty string.
+  bool WriteString(const wchar_t* text);
   bool ReadString(ZK_wString& text);
   // Arrays of doubles in one call, as `count` WriteDouble or ReadDouble would give them. A read
   // fails, reading nothing, when a value is not finite.
@@ -80,13 +84,22 @@ class ZK_BinaryArchive {
   virtual bool WriteOut() { return true; }
 
   ZK_ArchiveMode m_mode;
-  std::vector<unsigned char> m_buffer;
+  // Read: the archive's bytes. Write: the first m_end are the bytes written, the rest room for
+  // more, grown by half again at a time, so that a write is one copy into room already there; the
+  // room is dropped when the bytes are shown (Bytes), and kept when a file archive passes them on.
+  mutable std::vector<unsigned char> m_buffer;
+  size_t m_end = 0;
   size_t m_position = 0;
   size_t m_write_limit = static_cast<size_t>(-1);
   std::vector<size_t> m_chunks;  // read: end of each open chunk; write: where its length sits
 
  private:
   bool WriteBytes(const void* bytes, size_t size);
+  // Room for `size` bytes after those written, grown when needed: where they go, not yet counted
+  // as written (m_end moves for that). Null in a read archive.
+  unsigned char* Room(size_t size);
+  void Grow(size_t size);
+  bool WriteText(std::wstring_view text);
   bool CloseWriteChunk(unsigned int* crc);
   bool ReadBytes(void* bytes, size_t size);
   // The next `size` bytes of the current chunk, passed over; null, the position as it was, when
@@ -110,7 +123,8 @@ class ZK_BinaryMemoryArchive : public ZK_BinaryArchive {
   // An archive that reads `bytes`, taken over without a copy.
   explicit ZK_BinaryMemoryArchive(std::vector<unsigned char>&& bytes);
 
-  const std::vector<unsigned char>& Bytes() const { return m_buffer; }
+  // The bytes written (or read); valid until the next write.
+  const std::vector<unsigned char>& Bytes() const;
 };
 
 // An archive on disk. For reading, the file is loaded when the archive is made: only a regular

@@ -189,6 +189,31 @@ TEST_F(ModelFileTest, OpeningAndSavingANewerFileLosesNothing) {
   EXPECT_EQ(saved.plug_ins, original.plug_ins);
 }
 
+// A model of known content saves to the same bytes as ever, so that files written by every
+// version read alike: objects of fixed ids, a name beyond the Basic Multilingual Plane and one
+// with a lone surrogate (written as U+FFFD), a history, a light, user data and a note.
+TEST_F(ModelFileTest, AModelOfKnownContentSavesToTheSameBytesAsEver) {
+  CTarsaObjectAttributes attributes;
+  attributes.m_uuid = ZK_UuidFromString("0A1B2C3D-4E5F-4061-8273-94A5B6C7D8E9");
+  attributes.m_name = L"T\u00FCr \U0001F6AA";
+  auto* box = new CTarsaObject(new ZK_Box({0, -1, 0.5}, {1.25, 2, 3}), attributes);
+  ASSERT_TRUE(box->SetHistoryRecord(new CTarsaHistoryRecord(L"Box")));
+  ASSERT_TRUE(doc_->AddObject(box));
+  ASSERT_TRUE(box->AttachGeometryUserData(new Sticker()));
+  attributes.m_uuid = ZK_UuidFromString("1A1B2C3D-4E5F-4061-8273-94A5B6C7D8E9");
+  attributes.m_name = std::wstring(L"lamp ") + static_cast<wchar_t>(0xD800);
+  attributes.m_mode = TarsaObjectMode::hidden;
+  ZK_Light light;
+  light.m_location = {4, 5, 6};
+  light.m_intensity = 0.75;
+  ASSERT_TRUE(doc_->AddObject(new CTarsaLight(light, attributes)));
+  notes_.notes[doc_->RuntimeSerialNumber()] = L"milk \U0001F95B";
+  Save(path_);
+  const ModelFileBlocks::Bytes bytes = ModelFileBlocks::ReadFile(path_);
+  EXPECT_EQ(bytes.size(), 580u);
+  EXPECT_EQ(ZK_CRC32(0, bytes.size(), bytes.data()), 0xBA026746u);
+}
+
 TEST_F(ModelFileTest, FoldersAndDevicesAreRefusedAndALinkIsSavedThrough) {
   MakeModel();  // a folder opened or imported is refused in the transcripts
   EXPECT_EQ(Open("/dev/zero"), nullptr);

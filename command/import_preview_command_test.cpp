@@ -3,13 +3,10 @@
 
 #include "command/import_preview_command.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-#include <cerrno>
-#include <cstdio>
 #include <string>
 
 #include "testing/command_line_test.h"
+#include "testing/model_file_blocks.h"
 
 namespace {
 
@@ -73,35 +70,42 @@ TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoes) {
   }
 }
 
-TEST_F(ImportPreviewTest, AFileThatCannotBeReadGetsTheImportsMessageAndNothingChanges) {
+// Each reason a file's stances cannot be previewed gets its own message, and the document's
+// stances stay as they were.
+TEST_F(ImportPreviewTest, AFileWithoutReadableStancesSaysWhyAndNothingChanges) {
   WriteFile({});
-  const std::string without_stances = path_;
-  const std::string folder = testing::TempDir() + "import_preview_folder";
-  const std::string damaged = testing::TempDir() + "import_preview_damaged.tsm";
-  std::FILE* file = std::fopen(damaged.c_str(), "wb");
-  ASSERT_NE(file, nullptr);
-  std::fputs("not a model", file);
-  std::fclose(file);
-  ASSERT_EQ(mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST, true);
-  const auto wide = [](const std::string& path) { return ZK_wString::FromUtf8(path).Text(); };
+  EXPECT_EQ(Preview(path_), Texts{L"The file has no stances."});
+  WriteFile({L"Pose"});
+  ModelFileBlocks file;
+  ASSERT_TRUE(file.Read(path_));
+  using Change = void (*)(ModelFileBlocks::Bytes&);
   const struct {
-    std::string path;
+    Change change;  // of the file's stance block; null: the file has no stance block
     std::wstring shown;
-    CTarsaCommand::result result;
   } cases[] = {
-      {folder, wide(folder) + L" is a folder, not a model file.", CTarsaCommand::failure},
-      {damaged, wide(damaged) + L" is not a Tarsa model file.", CTarsaCommand::failure},
-      {folder + "/missing.tsm", L"Cannot read " + wide(folder) + L"/missing.tsm.",
-       CTarsaCommand::failure},
-      {without_stances, L"The file has no stances.", CTarsaCommand::success},
+      {nullptr, L"The file has no stances."},
+      {[](ModelFileBlocks::Bytes& block) { ModelFileBlocks::MakeStancesNewer(block); },
+       L"This model was created with a more recent version of the Stance plug-in"},
+      {[](ModelFileBlocks::Bytes& block) { block.resize(4); },
+       L"The stances of the file cannot be read."},
+      {[](ModelFileBlocks::Bytes& block) { block.pop_back(); },
+       L"The stances of the file cannot be read."},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(Preview(c.path), Texts{c.shown});
-    EXPECT_EQ(result_, c.result);
+    ModelFileBlocks changed = file;
+    if (c.change) {
+      c.change(changed.plug_ins.at(0).bytes);
+    } else {
+      changed.plug_ins.clear();
+    }
+    changed.Write(path_);
+    EXPECT_EQ(Preview(path_), Texts{c.shown});
+    EXPECT_EQ(result_, CTarsaCommand::success);
   }
+  EXPECT_EQ(Preview(path_ + ".missing"),
+            Texts{L"Cannot read " + ZK_wString::FromUtf8(path_).Text() + L".missing."});
+  EXPECT_EQ(result_, CTarsaCommand::failure);
   EXPECT_EQ(Table().Count(), 0);
-  std::remove(damaged.c_str());
-  rmdir(folder.c_str());
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// StanceCheck as a person uses it: move and turn parts with the host's own commands, ask where
-// the model stands, restore, undo.
+// StanceCheck as a person uses it: move, scale and rebuild parts with the host's own commands,
+// ask where the model stands, restore, undo.
 
 #include "command/stance_check_command.h"
 
@@ -33,20 +33,6 @@ class StanceCheckTest : public CommandLineTest {
   }
 };
 
-TEST_F(StanceCheckTest, AMovedAndTurnedCoverIsNamedAloneWithHowFarAndHowMuch) {
-  Do(L"Move", {L"cover", L"", L"0,5,0"});
-  Do(L"Rotate", {L"cover", L"", L"30", L"1,6,1"});
-  EXPECT_EQ(Run(L"StanceCheck", {L""})[0], L"Stance to check <All>:");
-  EXPECT_EQ(Check(L""),
-            (Lines{L"Assembled: members 3, moved 1, largest distance 5, largest angle 30",
-                   L"Open: members 1, moved 1, largest distance 5.83095, "
-                   L"largest angle 30"}));
-  EXPECT_EQ(Check(L"assembled"), (Lines{L"cover: moved, distance 5, angle 30",
-                                        L"base: at the stance", L"pin: at the stance"}));
-  EXPECT_EQ(result_, CTarsaCommand::success);
-  EXPECT_EQ(Check(L"Nowhere"), (Lines{L"Stance <Nowhere> does not exist."}));
-}
-
 TEST_F(StanceCheckTest, ARestoreMatchesAndItsUndoDoesNot) {
   Do(L"Move", {L"pin", L"", L"1,0,0"});
   Do(L"-Stance", {L"Restore", L"Open", L""});
@@ -62,13 +48,42 @@ TEST_F(StanceCheckTest, ARestoreMatchesAndItsUndoDoesNot) {
   EXPECT_EQ(Check(L"")[0], L"Assembled: members 3, matches");
 }
 
+// Every line StanceCheck can show, each text asked for with its own string id.
 TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {
   Do(L"Scale", {L"base", L"", L"2", L"1,1,-0.5"});
   Do(L"Move", {L"pin", L"", L"0,1,0"});
   Do(L"History", {L"pin", L""});  // rebuilt from its inputs from now on
-  EXPECT_EQ(Check(L"ASSEMBLED"),
-            (Lines{L"cover: at the stance", L"base: moved, distance 0, angle 0, scaled",
-                   L"pin: not restorable, construction history"}));
+  Do(L"-Stance", {L"Restore", L"Open", L""});
+  AddEntries({L"Bare"});
+  const TextsById asked = TextsAsked([this] {
+    EXPECT_EQ(Check(L"ASSEMBLED"), (Lines{L"cover: moved, distance 3, angle 0",
+                                          L"base: moved, distance 0, angle 0, scaled",
+                                          L"pin: not restorable, construction history"}));
+    EXPECT_EQ(Check(L"open"), (Lines{L"cover: at the stance"}));
+    EXPECT_EQ(Check(L""),
+              (Lines{L"Assembled: members 3, moved 2, largest distance 3, largest angle 0",
+                     L"Open: members 1, matches",
+                     L"Bare: members 0, moved 0, largest distance 0, largest angle 0"}));
+    EXPECT_EQ(Check(L"bare"), (Lines{L"No object carries stance <Bare>."}));
+    EXPECT_EQ(Check(L"Nowhere"), (Lines{L"Stance <Nowhere> does not exist."}));
+    Table().RemoveAll();
+    EXPECT_EQ(Check(L""), (Lines{L"No stances have been saved."}));
+  });
+  const std::pair<int, const wchar_t*> texts[] = {
+      {40001, L"Stance to check <All>"},
+      {40002, L"Stance <%s> does not exist.\n"},
+      {40003, L"%s: members %d, matches\n"},
+      {40004, L"%s: members %d, moved %d, largest distance %g, largest angle %g\n"},
+      {40005, L"%s: at the stance\n"},
+      {40006, L"%s: not restorable, construction history\n"},
+      {40007, L"%s: moved, distance %g, angle %g\n"},
+      {40008, L"%s: moved, distance %g, angle %g, scaled\n"},
+      {40009, L"No stances have been saved.\n"},
+      {40010, L"No object carries stance <%s>.\n"},
+  };
+  TextsById expected;
+  for (const auto& [id, english] : texts) expected[id].insert(english);
+  EXPECT_EQ(asked, expected);
 }
 
 }  // namespace

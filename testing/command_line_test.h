@@ -3,6 +3,8 @@
 #pragma once
 
 #include <deque>
+#include <map>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,6 +26,19 @@ class CommandLineTest : public StanceDocumentTest {
     std::wistringstream in(text);
     for (std::wstring line; std::getline(in, line);) lines.push_back(line);
     return lines;
+  }
+
+  using TextsById = std::map<int, std::set<std::wstring>>;
+  // The English texts the host was asked to localise while `action` ran, by string id.
+  template <class Action>
+  static TextsById TextsAsked(Action&& action) {
+    TextsById asked;
+    CTarsaStandIn::SetLocalizationObserver([&asked](const wchar_t* english, int id) {
+      if (id != 0) asked[id].insert(english);
+    });
+    action();
+    CTarsaStandIn::SetLocalizationObserver(nullptr);
+    return asked;
   }
 
   CTarsaCommand::result result_ = CTarsaCommand::nothing;

@@ -11,14 +11,20 @@
 #include <vector>
 
 #include "host/platform/automation.h"
+#include "host/platform/standin/live_strings.h"
 
 class ScriptValues {
  public:
   ScriptValues() = default;
   ScriptValues(const ScriptValues&) = delete;
   ScriptValues& operator=(const ScriptValues&) = delete;
-  ~ScriptValues() {
-    for (VARIANT& value : values_) VariantClear(&value);
+  ~ScriptValues() { ClearValues(); }
+
+  // Clears every value and result made so far; then every string made since this object was
+  // made must be freed, or a call leaked it.
+  void ExpectEveryStringFreed() {
+    ClearValues();
+    EXPECT_EQ(TsLiveStringCount(), live_strings_) << "strings a call made are left";
   }
 
   // Calls a method by name, arguments first to last, as a script engine does; the result.
@@ -73,25 +79,34 @@ class ScriptValues {
     return value;
   }
 
-  static bool IsNull(const VARIANT& v) { return v.vt == VT_NULL; }
-  static bool IsTrue(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_TRUE; }
-  static bool IsFalse(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_FALSE; }
-  // An array result's texts; every element must be a string in a zero-based, 1-D array.
-  static std::vector<std::wstring> Texts(const VARIANT& v) {
-    std::vector<std::wstring> texts;
+  // The elements of an array result, first to last; every result must be a zero-based, 1-D array
+  // of variants. This object owns the elements.
+  std::vector<const VARIANT*> Elements(const VARIANT& v) {
+    std::vector<const VARIANT*> elements;
     EXPECT_EQ(v.vt, VT_ARRAY | VT_VARIANT);
-    if (v.vt != (VT_ARRAY | VT_VARIANT)) return texts;
+    if (v.vt != (VT_ARRAY | VT_VARIANT)) return elements;
     LONG lower = -1, upper = -1;
     EXPECT_EQ(SafeArrayGetDim(v.parray), 1u);
     SafeArrayGetLBound(v.parray, 1, &lower);
     SafeArrayGetUBound(v.parray, 1, &upper);
     EXPECT_EQ(lower, 0);
     for (LONG i = lower; i <= upper; ++i) {
-      VARIANT element;
+      VARIANT& element = NewValue(VT_EMPTY);
       SafeArrayGetElement(v.parray, &i, &element);
-      EXPECT_EQ(element.vt, VT_BSTR);
-      if (element.vt == VT_BSTR) texts.emplace_back(element.bstrVal, SysStringLen(element.bstrVal));
-      VariantClear(&element);
+      elements.push_back(&element);
+    }
+    return elements;
+  }
+  static bool IsNull(const VARIANT& v) { return v.vt == VT_NULL; }
+  static bool IsTrue(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_TRUE; }
+  static bool IsFalse(const VARIANT& v) { return v.vt == VT_BOOL && v.boolVal == VARIANT_FALSE; }
+  // An array result's texts; every element must be a string.
+  std::vector<std::wstring> Texts(const VARIANT& v) {
+    std::vector<std::wstring> texts;
+    for (const VARIANT* element : Elements(v)) {
+      EXPECT_EQ(element->vt, VT_BSTR);
+      if (element->vt == VT_BSTR)
+        texts.emplace_back(element->bstrVal, SysStringLen(element->bstrVal));
     }
     return texts;
   }
@@ -104,5 +119,11 @@ class ScriptValues {
     return value;
   }
 
+  void ClearValues() {
+    for (VARIANT& value : values_) VariantClear(&value);
+    values_.clear();
+  }
+
+  const long live_strings_ = TsLiveStringCount();
   std::deque<VARIANT> values_;
 };

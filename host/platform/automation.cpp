@@ -1,9 +1,12 @@
 #include "host/platform/automation.h"
 
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+
+#include "host/platform/standin/live_strings.h"
 
 namespace {
 
@@ -12,6 +15,8 @@ typedef std::uint32_t ByteCount;
 static_assert(alignof(OLECHAR) <= sizeof(ByteCount), "characters follow the length aligned");
 
 ByteCount* Header(BSTR text) { return reinterpret_cast<ByteCount*>(text) - 1; }
+
+std::atomic<long> g_live_strings{0};
 
 // The size of an element of that type, or 0 for a type arrays cannot hold.
 ULONG ElementSize(VARTYPE type) {
@@ -123,6 +128,7 @@ BSTR SysAllocStringLen(const OLECHAR* text, UINT length) {
     std::memset(characters, 0, length * sizeof(OLECHAR));
   }
   characters[length] = 0;
+  ++g_live_strings;
   return characters;
 }
 
@@ -133,8 +139,12 @@ BSTR SysAllocString(const OLECHAR* text) {
 }
 
 void SysFreeString(BSTR text) {
-  if (text) std::free(Header(text));
+  if (text == nullptr) return;
+  --g_live_strings;
+  std::free(Header(text));
 }
+
+long TsLiveStringCount() { return g_live_strings; }
 
 UINT SysStringLen(BSTR text) { return text ? *Header(text) / sizeof(OLECHAR) : 0; }
 

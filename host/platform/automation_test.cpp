@@ -195,7 +195,8 @@ TEST(OleSafeArray, BuildsAZeroBasedArrayAndHandsItOver) {
     EXPECT_EQ(array.vt, VT_EMPTY);
     ASSERT_TRUE(array.Create(VT_BSTR, 1, &count));  // freed with the wrapper
   }
-  EXPECT_EQ(ScriptValues::Texts(handed), (std::vector<std::wstring>{L"Front", L"Side"}));
+  ScriptValues values;
+  EXPECT_EQ(values.Texts(handed), (std::vector<std::wstring>{L"Front", L"Side"}));
   VariantClear(&handed);
 }
 

@@ -67,21 +67,38 @@ TestCommand theSplitCommand("7A8B9C0D-1E2F-4A3B-8C4D-5E6F7A8B9C0D", L"SplitTest"
                                 doc.AddObject(new CTarsaObject(new ZK_Point()));
                             });
 
-// What a command adds after deleting a stance object is made of it: the first addition takes the
-// deleted object's stances, and only those; what the command moves meanwhile takes nothing.
-TEST_F(StancesThroughCommandsTest, TheFirstObjectACommandAddsAfterADeletionTakesItsStancesOnly) {
+// Adds a point, then deletes the objects picked.
+TestCommand theJoinCommand("3E4F5061-7283-4A94-8B5C-6D7E8F90A1B2", L"JoinTest",
+                           [](CTarsaDoc& doc, const CTarsaGetObject& picked) {
+                             doc.AddObject(new CTarsaObject(new ZK_Point()));
+                             for (int i = 0; i < picked.ObjectCount(); ++i) {
+                               doc.DeleteObject(picked.Object(i));
+                             }
+                           });
+
+// What a command makes of a deleted stance object takes its stances, and only those: the first
+// object it adds after the deletion, or what it added before the deletion, which the later
+// deletions leave alone. What the command moves meanwhile takes nothing.
+TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfADeletedObjectTakesItsStancesOnly) {
   const ZK_UUID a = Add(Segment());
   const ZK_UUID b = Add(Segment());
   const ZK_UUID c = Add(Segment());
   SaveStance(L"P", {b});
   SaveStance(L"Q", {b, c});
   const ZK_UUID d = Add(Segment());
-  const std::vector<ZK_UUID> before = AllObjects();
+  std::vector<ZK_UUID> before = AllObjects();
   On(L"SplitTest", {c, a, d});
   const std::vector<ZK_UUID> points = AddedSince(before);
   ASSERT_EQ(points.size(), 2u);
   EXPECT_EQ(Members(L"Q"), (std::vector<ZK_UUID>{b, points[0]}));
   EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{b});
+
+  before = AllObjects();
+  On(L"JoinTest", {points[0], b});
+  const std::vector<ZK_UUID> joined = AddedSince(before);
+  ASSERT_EQ(joined.size(), 1u);
+  EXPECT_EQ(Names(), std::vector<std::wstring>{L"Q"});
+  EXPECT_EQ(Members(L"Q"), joined);
 }
 
 // A copy, a duplicate or a replacement of a stance object takes its stances, each saved placement

@@ -64,14 +64,17 @@ TEST_F(ModelFileTest, AnOpenedModelKeepsWhatItsObjectsCarry) {
 
 // The document's own model file imported twice: each import adds copies of its stances carried by
 // its own objects only, under names made free against the document's and against each other (a
-// crafted file whose two stances differ only in case imports both).
+// crafted file whose two stances differ only in case imports both, and a record that lists one
+// stance twice carries its copy once).
 TEST_F(ModelFileTest, ImportingTwiceGivesTwoSetsOfStancesEachCarriedByItsOwnObjects) {
   const ZK_UUID box = AddBox();
-  Save(L"Pose", {box});
+  const ZK_UUID pose = Save(L"Pose", {box});
   Save(L"Unused by the file", {});
   const ZK_UUID shouted = ZK_UuidFromString("0C1D2E3F-4A5B-4C6D-8E7F-8091A2B3C4D5");
   Table().AddFree(shouted, L"POSE");
-  CKorvoUserData::Of(doc_->LookupObject(box))->Add(shouted, ZK_Xform());
+  CKorvoUserData* crafted = CKorvoUserData::Of(doc_->LookupObject(box));
+  crafted->Add(shouted, ZK_Xform());
+  crafted->Add(pose, ZK_Xform::Translation(0, 0, 1));  // Pose listed twice
   SaveModel(path_);
   Table().Remove(shouted);
   Save(L"Pose - Copy", {box});
@@ -88,6 +91,7 @@ TEST_F(ModelFileTest, ImportingTwiceGivesTwoSetsOfStancesEachCarriedByItsOwnObje
   ASSERT_EQ(second.size(), 1u);
   EXPECT_NE(first[0], second[0]);
   EXPECT_EQ(Members(L"POSE - Copy (3)"), first);
+  EXPECT_EQ(RecordOf(first[0])->m_entries.GetSize(), 2);
   EXPECT_EQ(Members(L"Pose"), std::vector<ZK_UUID>{box});
   EXPECT_EQ(RecordOf(box)->m_entries.GetSize(), own_entries);  // the document's own are untouched
 

@@ -103,15 +103,17 @@ TEST_F(ModelFileTest, AnImportedRecordKeepsEntriesOfOtherStancesFirstThenTheFile
   const ZK_UUID box = AddBox();
   const ZK_UUID first = Save(L"First", {box});
   Move(box, ZK_Xform::Translation(1, 0, 0));
-  Save(L"Second", {box});
+  const ZK_UUID second = Save(L"Second", {box});
   Move(box, ZK_Xform::Translation(0, 2, 0));
   const ZK_UUID gone = Save(L"Gone", {box});
   access_.DeleteStance(*doc_, gone);
   CKorvoUserData* own = CKorvoUserData::Of(doc_->LookupObject(box));
-  ZK_Xform first_xform;
-  ASSERT_TRUE(own->GetXform(first, first_xform));
-  own->Remove(first);  // the record's order is now Second, Gone, First
-  own->Add(first, first_xform);
+  ZK_Xform xform[2];
+  ASSERT_TRUE(own->GetXform(first, xform[0]) && own->GetXform(second, xform[1]));
+  own->Remove(first);  // the record's order is now Gone, Second, First
+  own->Remove(second);
+  own->Add(second, xform[1]);
+  own->Add(first, xform[0]);
   std::vector<ZK_Xform> saved;
   for (INT_PTR e = 0; e < RecordOf(box)->m_entries.GetSize(); ++e) {
     saved.push_back(RecordOf(box)->m_entries[e]->m_xform);
@@ -124,7 +126,7 @@ TEST_F(ModelFileTest, AnImportedRecordKeepsEntriesOfOtherStancesFirstThenTheFile
   const CKorvoUserData* record = RecordOf(imported[0]);
   ASSERT_EQ(record->m_entries.GetSize(), 3);
   const ZK_UUID ids[] = {gone, StanceId(L"First - Copy"), StanceId(L"Second - Copy")};
-  const ZK_Xform* xforms[] = {&saved[1], &saved[2], &saved[0]};
+  const ZK_Xform* xforms[] = {&saved[0], &saved[2], &saved[1]};
   for (int e = 0; e < 3; ++e) {
     EXPECT_EQ(record->m_entries[e]->m_id, ids[e]) << e;
     EXPECT_EQ(std::memcmp(&record->m_entries[e]->m_xform, xforms[e], sizeof(ZK_Xform)), 0) << e;

@@ -39,12 +39,17 @@ void Rekey(CKorvoUserData& record, const std::vector<ImportedStance>& stances,
   const int count = static_cast<int>(record.m_entries.GetSize());
   if (count == 0) return;
   const Entry* own = record.m_entries[0];
+  // A record lists each stance once: an entry that repeats an id listed before it (a damaged or
+  // crafted file) is not looked up again, and is dropped when the record is rewritten, so that no
+  // copy keeps an id of the file's own.
+  const auto repeats = [own](int e) {
+    return std::any_of(own, own + e,
+                       [&](const Entry& before) { return before.m_id == own[e].m_id; });
+  };
   moves.clear();  // (the file's stance, the entry it moves)
   for (int e = 0; e < count; ++e) {
-    const ZK_UUID& id = own[e].m_id;
-    // An id the record lists twice is looked up once.
-    if (std::any_of(own, own + e, [&](const Entry& before) { return before.m_id == id; })) continue;
-    const auto found = first_of.find(id);
+    if (repeats(e)) continue;
+    const auto found = first_of.find(own[e].m_id);
     if (found == first_of.end()) continue;
     for (int s = found->second; s >= 0; s = stances[static_cast<size_t>(s)].m_next_same) {
       if (stances[static_cast<size_t>(s)].m_moves) moves.emplace_back(s, -1);
@@ -70,7 +75,7 @@ void Rekey(CKorvoUserData& record, const std::vector<ImportedStance>& stances,
   for (int e = 0; e < count; ++e) {
     const bool taken = std::any_of(moves.begin(), moves.end(),
                                    [e](const std::pair<int, int>& m) { return m.second == e; });
-    if (!taken) entries.push_back(own[e]);
+    if (!taken && !repeats(e)) entries.push_back(own[e]);
   }
   // The new ids are made fresh for this merge: none is in the record already.
   for (const auto& [s, entry] : moves) {

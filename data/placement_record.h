@@ -6,12 +6,10 @@
 #pragma once
 
 #include "data/sparse_xform.h"
-#include "data/stance_id_set.h"
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
 #include "host/zefkit/zk_object.h"
 
-class CTarsaDoc;
 class CTarsaObject;
 
 class CKorvoUserData : public ZK_UserData {
@@ -122,10 +120,6 @@ class CKorvoUserData : public ZK_UserData {
   // True when the stance's entry was removed; the others keep their order.
   bool Remove(const ZK_UUID& id);
   void RemoveAll();
-  // Removes the entries whose stance is not in the document's table; the others keep their order.
-  void RemoveEntriesWithoutStance(CTarsaDoc& doc);
-  // The same against the ids of a table gathered once, for a clean-up of many records.
-  void RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known);
   // Keeps, in their order, the entries for which `keep(const USER_DATA&)` is true; a record that
   // keeps every entry is not changed at all.
   template <class Keep>

@@ -11,13 +11,13 @@
 namespace {
 
 // Drops the record's entries whose stance `known` does not hold, keeping the others in order, and
-// strikes each kept entry's stance from `unreferenced` when one is given: every entry is read
-// once, and a record that keeps every entry is not changed at all.
+// strikes each kept entry's stance from `unreferenced`: every entry is read once, and a record
+// that keeps every entry is not changed at all.
 void KeepKnownEntries(CKorvoUserData& record, const CKorvoStanceIdSet& known,
-                      CKorvoStanceIdSet* unreferenced) {
-  record.KeepEntries([&known, unreferenced](const CKorvoUserData::USER_DATA& entry) {
+                      CKorvoStanceIdSet& unreferenced) {
+  record.KeepEntries([&known, &unreferenced](const CKorvoUserData::USER_DATA& entry) {
     if (!known.Contains(entry.m_id)) return false;
-    if (unreferenced && !unreferenced->IsEmpty()) unreferenced->Erase(entry.m_id);
+    if (!unreferenced.IsEmpty()) unreferenced.Erase(entry.m_id);
     return true;
   });
 }
@@ -49,7 +49,7 @@ void CKorvoDocData::RemoveStaleEntriesAndUnusedStances(CTarsaDoc& doc) {
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
     if (CKorvoUserData* record = CKorvoUserData::Of(object)) {
-      KeepKnownEntries(*record, known, &unreferenced);
+      KeepKnownEntries(*record, known, unreferenced);
     }
   }
   if (Count() != 0) RemoveStances(unreferenced, true);
@@ -78,12 +78,4 @@ void CKorvoDocData::RemoveStances(const CKorvoStanceIdSet& unreferenced, bool an
   }
   m_entries.SetSize(kept);
   for (int i = 0; announce_each && i < removed; ++i) NotifyStancesChanged();
-}
-
-void CKorvoUserData::RemoveEntriesWithoutStance(CTarsaDoc& doc) {
-  RemoveEntriesWithoutStance(KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->Ids());
-}
-
-void CKorvoUserData::RemoveEntriesWithoutStance(const CKorvoStanceIdSet& known) {
-  KeepKnownEntries(*this, known, nullptr);
 }

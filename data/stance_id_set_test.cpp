@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vector>
 
 namespace {
@@ -37,6 +38,23 @@ TEST(StanceIdSet, KeepsWhatWasInsertedAndNothingOfWhatWasErased) {
     for (const ZK_UUID& id : ids) set.Erase(id);
     EXPECT_TRUE(set.IsEmpty());
     EXPECT_FALSE(set.Contains(ids[1]));
+  }
+}
+
+// A few ids in a table of a few slots, inserted and erased at random and checked against a plain
+// list after every step: runs of full slots that wrap around the table's end lose no id.
+TEST(StanceIdSet, AgreesWithAPlainListThroughRandomInsertsAndErases) {
+  std::mt19937 random(11);
+  std::vector<ZK_UUID> ids = NearlyEqualIds(7, true);
+  for (ZK_UUID& id : ids) id.Data1 = static_cast<unsigned int>(random());
+  CKorvoStanceIdSet set(0);
+  std::vector<bool> in(ids.size(), false);
+  for (int step = 0; step < 20000; ++step) {
+    const size_t i = random() % ids.size();
+    const bool insert = random() % 2 == 0;
+    ASSERT_EQ(insert ? set.Insert(ids[i]) : set.Erase(ids[i]), insert != in[i]) << step;
+    in[i] = insert;
+    for (size_t j = 0; j < ids.size(); ++j) ASSERT_EQ(set.Contains(ids[j]), in[j]) << step;
   }
 }
 

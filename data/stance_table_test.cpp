@@ -115,7 +115,6 @@ TEST_F(StanceTableTest, CopiesCompareIdsAndExactNamesInOrderAndKeepTheTargetsDoc
   other_order.Add(a, L"Front");
   EXPECT_FALSE(table_ == other_order);
 
-  other_order.m_doc_serial_number = CTarsaStandIn::NewDocument()->RuntimeSerialNumber();
   events_.clear();
   table_ = other_order;
   EXPECT_EQ(NamesInOrder(), (Names{L"Side", L"Front"}));
@@ -124,7 +123,6 @@ TEST_F(StanceTableTest, CopiesCompareIdsAndExactNamesInOrderAndKeepTheTargetsDoc
   EXPECT_EQ(events_, (std::vector<std::string>{std::to_string(serial_)}));
   table_ = table_;
   EXPECT_EQ(table_.Count(), 3);
-  CTarsaStandIn::CloseDocument(other_order.m_doc_serial_number);
 }
 
 TEST_F(StanceTableTest, ThePanelRebuildsBeforeTheHostIsToldAndAClosedDocumentHearsNothing) {

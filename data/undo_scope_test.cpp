@@ -29,8 +29,8 @@ TEST_F(UndoScopeTest, RecordsOnlyAChangeOfAnOpenDocument) {
 }
 
 // The host drops the oldest steps when their memory passes its limit, so a step counts the
-// entries its snapshot holds: all of a table put in place whole (the first change after it
-// copies them), then one for each save.
+// entries its snapshot holds, and no more: all of a table put in place whole (the first change
+// after it copies them), then one for each save.
 TEST_F(UndoScopeTest, AStepCountsTheEntriesItChanged) {
   const auto step_memory = [this](const std::function<void()>& change) {
     const size_t before = CTarsaStandIn::UndoMemory(*doc_);
@@ -43,11 +43,11 @@ TEST_F(UndoScopeTest, AStepCountsTheEntriesItChanged) {
   for (int i = 0; i < 1000; ++i) AddEntries({std::to_wstring(i).c_str()});
   const CKorvoDocData read(Table());
   Table() = read;
-  const size_t entry = sizeof(CKorvoDocData::USER_DATA);
-  EXPECT_GE(step_memory([&] { Table().RemoveAll(); }), 1000 * entry);
+  const size_t whole = step_memory([&] { Table().RemoveAll(); });
   Table() = read;
-  EXPECT_GE(step_memory([&] { AddEntries({L"After"}); }), 1000 * entry);
-  EXPECT_LT(step_memory([&] { AddEntries({L"Later"}); }), 100 * entry);
+  EXPECT_EQ(step_memory([&] { AddEntries({L"After"}); }), whole);
+  EXPECT_EQ(whole - step_memory([&] { AddEntries({L"Later"}); }),
+            999 * sizeof(CKorvoDocData::USER_DATA));
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include "data/stance_table.h"
 #include "operations/every_object_iterator.h"
 #include "operations/object_wrapper.h"
-#include "plugin/korvo_plugin.h"
 
 namespace {
 

@@ -42,6 +42,7 @@ void DeleteEveryObject(benchmark::State& state, bool plug_in_loaded, bool one_at
     const int stances = KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->Count();
     if (model->Objects().Count() != 0 || stances != (plug_in_loaded ? 0 : kStances)) {
       state.SkipWithError("the objects or their stances outlived the deletion");
+      break;  // the timer stays paused: resuming it after an error stops the program
     }
     model.reset();
     state.ResumeTiming();

@@ -125,7 +125,10 @@ void MergeEachRound(benchmark::State& state, bool names_taken, Merge&& merge) {
     Timed([&] { merge(*merging); });
     state.PauseTiming();
     const int stances = StanceCount(merging->Doc());
-    if (stances != (names_taken ? 2 : 1) * kStances) state.SkipWithError("stances were lost");
+    if (stances != (names_taken ? 2 : 1) * kStances) {
+      state.SkipWithError("stances were lost");
+      break;  // the timer stays paused: resuming it after an error stops the program
+    }
     merging.reset();
     state.ResumeTiming();
   }
@@ -238,7 +241,10 @@ void BM_WriteReadAndBuild(benchmark::State& state) {
       built.reset(new BenchModel(objects, kStances, kEntries));
     });
     state.PauseTiming();
-    if (!in->IsOpen() || in->BytesLeft() < bytes.size()) state.SkipWithError("not read back");
+    if (!in->IsOpen() || in->BytesLeft() < bytes.size()) {
+      state.SkipWithError("not read back");
+      break;  // the timer stays paused: resuming it after an error stops the program
+    }
     built.reset();
     state.ResumeTiming();
   }

@@ -47,21 +47,18 @@ TEST_F(ObjectWrapperTest, ARestoreLandsExactlyOnTheSavedPlacementOrLeavesTheObje
     EXPECT_EQ(RecordOf(box)->m_accumulated_xform, c.lands);
     EXPECT_TRUE(RecordOf(box)->m_last_xform.IsIdentity());
   }
-}
-
-TEST_F(ObjectWrapperTest, AnObjectWithoutAnEntryForTheStanceIsNotTouched) {
+  // Without an entry for the stance, or a record, or an object, nothing is restored or replaced.
   const ZK_UUID box = AddBox();
-  const ZK_UUID bare = AddBox();
   Store(box, ZK_Xform::Translation(1, 0, 0));
   CKorvoObjectWrapper(Object(box)).GetEditableRecord()->Remove(kStance);
   const CTarsaObject* before = Object(box);
   EXPECT_FALSE(Apply(box));
-  EXPECT_FALSE(Apply(bare));
+  EXPECT_FALSE(Apply(AddBox()));
   EXPECT_EQ(Object(box), before);
   EXPECT_FALSE(CKorvoObjectWrapper(nullptr).ApplyStance(kStance));
 }
 
-TEST_F(ObjectWrapperTest, ACommittedWrapperIsBoundToTheReplacementAndReadsItsRecord) {
+TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableIsNotCommitted) {
   const ZK_UUID light = AddLight();
   const CTarsaObject* before = Object(light);
   CKorvoObjectWrapper wrapper(before);
@@ -76,17 +73,16 @@ TEST_F(ObjectWrapperTest, ACommittedWrapperIsBoundToTheReplacementAndReadsItsRec
   EXPECT_NE(wrapper.m_object, before);
   EXPECT_TRUE(wrapper.GetRecord()->HasEntry(kStance));
   EXPECT_EQ(CTarsaLight::Cast(wrapper.m_object)->Light().m_light_index, 0);
-}
 
-// Nor moved back to a stance: the move starts with the commit.
-TEST_F(ObjectWrapperTest, ALightOutsideTheLightTableCannotBeCommitted) {
+  // A light outside the light table can neither be committed nor moved back to a stance: the
+  // move starts with the commit.
   ZK_Light kernel_light;
   CTarsaLight loose(kernel_light);
-  CKorvoObjectWrapper wrapper(&loose);
-  wrapper.GetEditableRecord()->Add(kStance, ZK_Xform::Translation(1, 0, 0));
-  EXPECT_FALSE(wrapper.ApplyStance(kStance));
-  EXPECT_EQ(wrapper.m_working_copy, nullptr);
-  EXPECT_EQ(doc_->LightTable().LightCount(), 0);
+  CKorvoObjectWrapper outside(&loose);
+  outside.GetEditableRecord()->Add(kStance, ZK_Xform::Translation(1, 0, 0));
+  EXPECT_FALSE(outside.ApplyStance(kStance));
+  EXPECT_EQ(outside.m_working_copy, nullptr);
+  EXPECT_EQ(doc_->LightTable().LightCount(), 1);
 }
 
 // Notes whether the plug-in's watcher was enabled while the host replaced an object.
@@ -105,14 +101,12 @@ TEST_F(ObjectWrapperTest, TheCommitPausesTheWatcherAndLeavesItAsItWas) {
   spy.Register();
   spy.Enable(true);
   watcher.Register();
-  watcher.Enable(true);
-  Store(box, ZK_Xform());
-  EXPECT_FALSE(spy.plug_in_watcher_enabled);
-  EXPECT_TRUE(watcher.IsEnabled());
-
-  watcher.Enable(false);
-  Store(box, ZK_Xform());
-  EXPECT_FALSE(watcher.IsEnabled());
+  for (bool enabled : {true, false}) {
+    watcher.Enable(enabled);
+    Store(box, ZK_Xform());
+    EXPECT_FALSE(spy.plug_in_watcher_enabled);
+    EXPECT_EQ(watcher.IsEnabled(), enabled);
+  }
   watcher.UnRegister();
 }
 

@@ -15,48 +15,14 @@
 
 namespace {
 
-class KorvoModuleTest : public HostSessionTest {
- protected:
-  CTarsaPlugIn* Load(const char* path = KORVO) {
-    CTarsaPlugIn* plug_in = CTarsaPlugInLoader::Load(path, error_);
-    EXPECT_EQ(error_, L"");
-    return plug_in;
-  }
-  const CTarsaObject* AddBox(const wchar_t* name) {
-    CTarsaObjectAttributes attributes;
-    attributes.m_name = name;
-    auto* object = new CTarsaObject(new ZK_Box({0, 0, 0}, {1, 1, 1}), attributes);
-    EXPECT_TRUE(CTarsaStandIn::NewDocument()->AddObject(object));
-    return object;
-  }
-  static double X(const wchar_t* name) {
-    CTarsaObjectIterator it(*TarsaApp().ObsoleteActiveDoc());
-    for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
-      if (object->Attributes().m_name == name) {
-        return ZK_PointGeometry::Cast(object->Geometry())->Points()[0].x;
-      }
-    }
-    return -1;
-  }
-  static void Run(const wchar_t* macro) { CTarsaStandIn::CommandLine().RunScript(macro, 0); }
-  // What the plug-in's script object answers to StanceCount, called late-bound as a script
-  // engine calls it; the interface is released again.
-  static long ScriptedStanceCount(CTarsaPlugIn& plug_in) {
-    auto* dispatch = static_cast<IDispatch*>(plug_in.GetScriptObjectInterface(IID_IDispatch));
-    if (dispatch == nullptr) return -1;
-    ScriptValues values;
-    const VARIANT& result = values.Call(*dispatch, L"stancecount");
-    dispatch->Release();
-    return result.vt == VT_I4 ? result.lVal : -1;
-  }
-
-  std::wstring error_;
-};
+using KorvoModuleTest = HostSessionTest;
 
 TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
   for (int round = 0; round < 2; ++round) {
-    CTarsaPlugIn* plug_in = Load();
-    ASSERT_NE(plug_in, nullptr);
+    const size_t watchers = CTarsaStandIn::EventWatcherCount();
+    std::wstring error;
+    CTarsaPlugIn* plug_in = CTarsaPlugInLoader::Load(KORVO, error);
+    ASSERT_NE(plug_in, nullptr) << ZK_wString(error).ToUtf8();
     EXPECT_STREQ(plug_in->PlugInName(), L"Stance");
     CTarsaStandIn::SetTranslation(19663, L"Stellung");
     EXPECT_STREQ(plug_in->LocalPlugInName(), L"Stellung");
@@ -66,50 +32,55 @@ TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
     EXPECT_EQ(plug_in->PlugInLoadTime(), 2);
     EXPECT_FALSE(plug_in->AddToPlugInHelpMenu());
     // The Stance command first, then the plug-in's further commands in their order.
-    const std::vector<const wchar_t*> names = {L"Stance", L"StanceCheck", L"StanceRestoreObjects",
-                                               L"StanceImportPreview"};
-    ASSERT_EQ(CTarsaPlugInLoader::Commands(*plug_in).size(), names.size());
-    for (size_t i = 0; i < names.size(); ++i) {
-      EXPECT_EQ(CTarsaPlugInLoader::Commands(*plug_in)[i], CTarsaCommand::Find(names[i], true));
+    std::vector<CTarsaCommand*> commands;
+    for (const wchar_t* name :
+         {L"Stance", L"StanceCheck", L"StanceRestoreObjects", L"StanceImportPreview"}) {
+      commands.push_back(CTarsaCommand::Find(name, true));
     }
+    EXPECT_EQ(CTarsaPlugInLoader::Commands(*plug_in), commands);
     const CTarsaPlugInLoader::DeveloperInfo* developer = CTarsaPlugInLoader::Developer(*plug_in);
     ASSERT_NE(developer, nullptr);
     EXPECT_EQ(developer->m_update_url, developer->m_website);
     EXPECT_NE(developer->m_address.find(L"\r\n"), std::wstring::npos);
-    EXPECT_NE(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+    ITsStanceDynamicAccess* access = CTarsaStandIn::StanceDynamicAccess();
+    EXPECT_NE(access, nullptr);
+    EXPECT_GT(CTarsaStandIn::EventWatcherCount(), watchers);
     EXPECT_NE(ZK_ClassId::ClassId("CKorvoUserData"), nullptr);
 
-    AddBox(L"door");
-    Run(L"-_Stance _Save \"Closed\" door _Enter _Enter");
-    Run(L"-_Move door _Enter 5,0,0");
-    EXPECT_EQ(X(L"door"), 5);
-    Run(L"-_Stance _Restore \"Closed\" _Enter");
-    EXPECT_EQ(X(L"door"), 0);
+    const auto run = [](const wchar_t* macro) { CTarsaStandIn::CommandLine().RunScript(macro, 0); };
+    const auto x = [] {  // where the one object of the active document is
+      CTarsaObjectIterator it(*TarsaApp().ObsoleteActiveDoc());
+      return ZK_PointGeometry::Cast(it.First()->Geometry())->Points()[0].x;
+    };
+    CTarsaStandIn::NewDocument();
+    run(L"-_Point door 0,0,0");
+    run(L"-_Stance _Save \"Closed\" door _Enter _Enter");
+    run(L"-_Move door _Enter 5,0,0");
+    EXPECT_EQ(x(), 5);
+    run(L"-_Stance _Restore \"Closed\" _Enter");
+    EXPECT_EQ(x(), 0);
     EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
-    EXPECT_EQ(ScriptedStanceCount(*plug_in), 1);
+    // The script object, called late-bound as a script engine calls it.
+    auto* dispatch = static_cast<IDispatch*>(plug_in->GetScriptObjectInterface(IID_IDispatch));
+    ASSERT_NE(dispatch, nullptr);
+    ScriptValues values;
+    const VARIANT& count = values.Call(*dispatch, L"stancecount");
+    EXPECT_EQ(count.vt == VT_I4 ? count.lVal : -1, 1);
+    dispatch->Release();
     EXPECT_EQ(plug_in->GetScriptObjectInterface(IID_NULL), nullptr);
 
+    // The unload withdraws what the host would call into the module, which then stays open;
+    // closing the module destroys the plug-in object, which withdraws the rest.
+    CTarsaStandIn::UnloadPlugIn(*plug_in);
+    EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
+    EXPECT_EQ(CTarsaStandIn::EventWatcherCount(), watchers) << "the host would call unloaded code";
+    Stance_SetTarsaDynamicAccess(access);  // as if the host still held it
     CTarsaStandIn::Reset();
     EXPECT_EQ(CTarsaCommand::Find(L"Stance", true), nullptr);
     EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
     EXPECT_TRUE(CTarsaStandIn::PlugIns().empty());
     EXPECT_EQ(ZK_ClassId::ClassId("CKorvoUserData"), nullptr);
   }
-}
-
-TEST_F(KorvoModuleTest, TheHostAccessInterfaceAndTheWatcherAreWithdrawnAtUnload) {
-  const size_t watchers = CTarsaStandIn::EventWatcherCount();
-  CTarsaPlugIn* plug_in = Load();
-  ASSERT_NE(plug_in, nullptr);
-  ITsStanceDynamicAccess* access = CTarsaStandIn::StanceDynamicAccess();
-  ASSERT_NE(access, nullptr);
-  EXPECT_GT(CTarsaStandIn::EventWatcherCount(), watchers);
-  CTarsaStandIn::UnloadPlugIn(*plug_in);  // OnUnloadPlugIn; the module stays open
-  EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
-  EXPECT_EQ(CTarsaStandIn::EventWatcherCount(), watchers) << "the host would call unloaded code";
-  Stance_SetTarsaDynamicAccess(access);  // as if the host still held it
-  CTarsaPlugInLoader::Unload(*plug_in);  // closing the module destroys the plug-in object
-  EXPECT_EQ(CTarsaStandIn::StanceDynamicAccess(), nullptr);
 }
 
 }  // namespace

@@ -33,21 +33,6 @@ class StanceCheckTest : public CommandLineTest {
   }
 };
 
-TEST_F(StanceCheckTest, ARestoreMatchesAndItsUndoDoesNot) {
-  Do(L"Move", {L"pin", L"", L"1,0,0"});
-  Do(L"-Stance", {L"Restore", L"Open", L""});
-  EXPECT_EQ(Check(L""),
-            (Lines{L"Assembled: members 3, moved 2, largest distance 3, largest angle 0",
-                   L"Open: members 1, matches"}));
-  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
-  EXPECT_EQ(Check(L"open"), (Lines{L"cover: moved, distance 3, angle 0"}));
-  EXPECT_EQ(Check(L""),
-            (Lines{L"Assembled: members 3, moved 1, largest distance 1, largest angle 0",
-                   L"Open: members 1, moved 1, largest distance 3, largest angle 0"}));
-  Do(L"-Stance", {L"Restore", L"Assembled", L""});
-  EXPECT_EQ(Check(L"")[0], L"Assembled: members 3, matches");
-}
-
 // Every line StanceCheck can show, each text asked for with its own string id.
 TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {
   Do(L"Scale", {L"base", L"", L"2", L"1,1,-0.5"});

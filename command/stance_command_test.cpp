@@ -2,8 +2,6 @@
 
 #include <deque>
 
-#include "host/tarsa/tarsa_dockbar.h"
-#include "panel/stances_panel.h"
 #include "testing/command_line_test.h"
 
 namespace {
@@ -25,8 +23,7 @@ using Lines = std::vector<std::wstring>;
 
 // A replaced stance gets a new id at the end of the table, and only once its objects are picked.
 TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYesAndThePick) {
-  const ZK_UUID door = AddNamed(L"door");
-  const ZK_UUID wheel = AddNamed(L"wheel");
+  const ZK_UUID door = AddNamed(L"door"), wheel = AddNamed(L"wheel");
   const ZK_UUID front = Save(L"Front", {door, wheel});
   Save(L"Side", {door});
   Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
@@ -35,37 +32,6 @@ TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYesAndThePick) {
   Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
   EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
-}
-
-// An empty answer, Escape or an unknown name ends the option's flow, not the run; an unknown name
-// is reported as typed.
-TEST_F(StanceCommandTest, EmptyCancelledAndUnknownAnswersEndOnlyTheFlow) {
-  AddNamed(L"door");
-  const std::wstring missing = L"Stored position <bAKC> does not exist.";
-  const struct {
-    std::wstring option, prompt, unknown;
-  } cases[] = {
-      {L"Restore", L"Name for position to restore", missing},
-      {L"Delete", L"Stance to delete", missing},
-      {L"Rename", L"Stance to rename", missing},
-      {L"Select", L"Select object(s) of stance", L"Stance <bAKC> does not exist."},
-      {L"Update", L"Name for position to update", missing},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Stance({c.option, L"", c.option, L"bAKC", L""}),
-              (Lines{Menu(c.option), c.prompt + L":", Menu(c.option), c.prompt + L": bAKC",
-                     c.unknown, Menu()}));
-    EXPECT_EQ(result_, CTarsaCommand::success);
-  }
-  EXPECT_EQ(Stance({L"Append", L"", L"Append", L"bAKC", L"door", L"", L"Save", L"", L"Save",
-                    L"_Escape", L""}),
-            (Lines{Menu(L"Append"), L"Name for position to append to:", Menu(L"Append"),
-                   L"Name for position to append to: bAKC", L"Select objects: door",
-                   L"Select objects:", missing, Menu(L"Save"), L"Name for the saved position <>:",
-                   L"At least one character has to be entered.", Menu(L"Save"),
-                   L"Name for the saved position <>: _Escape", Menu()}));
-  EXPECT_EQ(Stance({L"_Escape"}), (Lines{Menu(L"_Escape")}));
-  EXPECT_EQ(result_, CTarsaCommand::cancel);
 }
 
 TEST_F(StanceCommandTest, SelectPicksTheVisibleMembersInAnyCaseAndRedraws) {
@@ -80,8 +46,7 @@ TEST_F(StanceCommandTest, SelectPicksTheVisibleMembersInAnyCaseAndRedraws) {
 }
 
 TEST_F(StanceCommandTest, AppendAndUpdateTakePreSelectedObjects) {
-  const ZK_UUID door = AddNamed(L"door");
-  const ZK_UUID wheel = AddNamed(L"wheel");
+  const ZK_UUID door = AddNamed(L"door"), wheel = AddNamed(L"wheel");
   Save(L"Front", {door});
   Move(door, ZK_Xform::Translation(0, 3, 0));
   Object(wheel)->Select(true, true, true, false);
@@ -95,18 +60,6 @@ TEST_F(StanceCommandTest, AppendAndUpdateTakePreSelectedObjects) {
   Stance({L"Restore", L"Front", L""});
   ExpectNear(Placement(door), updated);
   ExpectNear(Placement(wheel), appended);
-}
-
-TEST_F(StanceCommandTest, VisibleShowsThePanelsStateAndTogglesIt) {
-  TarsaUiOpenDockbarTab(g_stances_panel_tab_id);
-  const Lines shown = Stance({L"Visible", L"_Visible", L"_Toggle", L"Visible=Toggle", L"", L""});
-  EXPECT_EQ(shown, (Lines{Menu(L"Visible"), L"Choose stance option ( Visible=Yes ): _Visible",
-                          L"Visible <Yes> ( Yes No Toggle ): _Toggle",
-                          L"Choose stance option ( Visible=No ): Visible=Toggle",
-                          L"Choose stance option ( Visible=Yes ):", Menu()}));
-  EXPECT_TRUE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
-  Stance({L"Visible", L"Visible=No", L"_Escape", L""});
-  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
 }
 
 TEST_F(StanceCommandTest, OneRunIsOneUndoStepStartingWithTheRemovalOfUnusedStances) {
@@ -161,14 +114,38 @@ const std::pair<int, const wchar_t*> kTexts[] = {
     {31608, L"Toggle"},
 };
 
-TEST_F(StanceCommandTest, EveryTextTravelsWithItsOwnId) {
+// An empty answer, Escape or an unknown name ends the option's flow, not the run; an unknown name
+// is reported as typed. Every text of the command travels with its own string id.
+TEST_F(StanceCommandTest, UnknownEmptyAndCancelledAnswersEndOnlyTheFlowAndTextsHaveTheirIds) {
   AddNamed(L"door");
   const TextsById asked = TextsAsked([this] {
-    Stance({L"_Save",   L"",         L"_Save",   L"Front",   L"door", L"",         L"_Save",
-            L"front",   L"_No",      L"_Append", L"x",       L"door", L"",         L"_Update",
-            L"x",       L"_Restore", L"x",       L"_Delete", L"x",    L"_Rename",  L"x",
-            L"_Rename", L"front",    L"FRONT",   L"_Select", L"x",    L"_Visible", L"_Visible",
-            L"_Toggle", L"",         L"_Escape"});
+    const std::wstring missing = L"Stored position <bAKC> does not exist.";
+    const struct {
+      std::wstring option, prompt, unknown;
+    } cases[] = {
+        {L"Restore", L"Name for position to restore", missing},
+        {L"Delete", L"Stance to delete", missing},
+        {L"Rename", L"Stance to rename", missing},
+        {L"Select", L"Select object(s) of stance", L"Stance <bAKC> does not exist."},
+        {L"Update", L"Name for position to update", missing},
+    };
+    for (const auto& c : cases) {
+      EXPECT_EQ(Stance({c.option, L"", c.option, L"bAKC", L""}),
+                (Lines{Menu(c.option), c.prompt + L":", Menu(c.option), c.prompt + L": bAKC",
+                       c.unknown, Menu()}));
+      EXPECT_EQ(result_, CTarsaCommand::success);
+    }
+    EXPECT_EQ(Stance({L"Append", L"", L"Append", L"bAKC", L"door", L"", L"Save", L"", L"Save",
+                      L"_Escape", L""}),
+              (Lines{Menu(L"Append"), L"Name for position to append to:", Menu(L"Append"),
+                     L"Name for position to append to: bAKC", L"Select objects: door",
+                     L"Select objects:", missing, Menu(L"Save"), L"Name for the saved position <>:",
+                     L"At least one character has to be entered.", Menu(L"Save"),
+                     L"Name for the saved position <>: _Escape", Menu()}));
+    EXPECT_EQ(Stance({L"_Escape"}), (Lines{Menu(L"_Escape")}));
+    EXPECT_EQ(result_, CTarsaCommand::cancel);
+    Stance({L"_Save", L"Front", L"door", L"", L"_Save", L"front", L"_No", L"_Rename", L"front",
+            L"FRONT", L"_Visible", L"_Visible", L"_Toggle", L"", L"_Escape"});
     ZK_TestFailCreateUuid failing;
     Stance({L"_Save", L"Top", L"door", L"", L"_Escape"});
   });

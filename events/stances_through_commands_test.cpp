@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "events/event_watcher.h"
+#include "operations/every_object_iterator.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
 
@@ -20,6 +21,13 @@ class StancesThroughCommandsTest : public StanceDocumentTest {
   // Runs a host command on the objects, with the answers that follow the object prompt.
   void On(const wchar_t* command, const std::vector<ZK_UUID>& ids, const wchar_t* then = L"") {
     Run(std::wstring(L"-_") + command + L" " + Pick(ids) + L" " + then);
+  }
+  // Runs a host command as On does; the objects it added, in document order.
+  std::vector<ZK_UUID> Added(const wchar_t* command, const std::vector<ZK_UUID>& ids,
+                             const wchar_t* then = L"") {
+    const std::vector<ZK_UUID> before = AllObjects();
+    On(command, ids, then);
+    return AddedSince(before);
   }
   void Stance(const std::wstring& words) { Run(L"-_Stance " + words + L" _Enter"); }
   void SaveStance(const wchar_t* name, const std::vector<ZK_UUID>& ids) {
@@ -56,46 +64,35 @@ class TestCommand : public CTarsaCommand {
 };
 
 // Deletes the first object picked, moves the others by 0,0,1, then adds two points.
-TestCommand theSplitCommand("7A8B9C0D-1E2F-4A3B-8C4D-5E6F7A8B9C0D", L"SplitTest",
-                            [](CTarsaDoc& doc, const CTarsaGetObject& picked) {
-                              doc.DeleteObject(picked.Object(0));
-                              for (int i = 1; i < picked.ObjectCount(); ++i) {
-                                doc.TransformObject(picked.Object(i),
-                                                    ZK_Xform::Translation(0, 0, 1));
-                              }
-                              for (int i = 0; i < 2; ++i)
-                                doc.AddObject(new CTarsaObject(new ZK_Point()));
-                            });
-
+void Split(CTarsaDoc& doc, const CTarsaGetObject& picked) {
+  doc.DeleteObject(picked.Object(0));
+  for (int i = 1; i < picked.ObjectCount(); ++i) {
+    doc.TransformObject(picked.Object(i), ZK_Xform::Translation(0, 0, 1));
+  }
+  for (int i = 0; i < 2; ++i) doc.AddObject(new CTarsaObject(new ZK_Point()));
+}
 // Adds a point, then deletes the objects picked.
-TestCommand theJoinCommand("3E4F5061-7283-4A94-8B5C-6D7E8F90A1B2", L"JoinTest",
-                           [](CTarsaDoc& doc, const CTarsaGetObject& picked) {
-                             doc.AddObject(new CTarsaObject(new ZK_Point()));
-                             for (int i = 0; i < picked.ObjectCount(); ++i) {
-                               doc.DeleteObject(picked.Object(i));
-                             }
-                           });
+void Join(CTarsaDoc& doc, const CTarsaGetObject& picked) {
+  doc.AddObject(new CTarsaObject(new ZK_Point()));
+  for (int i = 0; i < picked.ObjectCount(); ++i) doc.DeleteObject(picked.Object(i));
+}
+TestCommand theSplitCommand("7A8B9C0D-1E2F-4A3B-8C4D-5E6F7A8B9C0D", L"SplitTest", Split);
+TestCommand theJoinCommand("3E4F5061-7283-4A94-8B5C-6D7E8F90A1B2", L"JoinTest", Join);
 
 // What a command makes of a deleted stance object takes its stances, and only those: the first
 // object it adds after the deletion, or what it added before the deletion, which the later
 // deletions leave alone. What the command moves meanwhile takes nothing.
 TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfADeletedObjectTakesItsStancesOnly) {
-  const ZK_UUID a = Add(Segment());
-  const ZK_UUID b = Add(Segment());
-  const ZK_UUID c = Add(Segment());
+  const ZK_UUID a = Add(Segment()), b = Add(Segment()), c = Add(Segment());
   SaveStance(L"P", {b});
   SaveStance(L"Q", {b, c});
   const ZK_UUID d = Add(Segment());
-  std::vector<ZK_UUID> before = AllObjects();
-  On(L"SplitTest", {c, a, d});
-  const std::vector<ZK_UUID> points = AddedSince(before);
+  const std::vector<ZK_UUID> points = Added(L"SplitTest", {c, a, d});
   ASSERT_EQ(points.size(), 2u);
   EXPECT_EQ(Members(L"Q"), (std::vector<ZK_UUID>{b, points[0]}));
   EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{b});
 
-  before = AllObjects();
-  On(L"JoinTest", {points[0], b});
-  const std::vector<ZK_UUID> joined = AddedSince(before);
+  const std::vector<ZK_UUID> joined = Added(L"JoinTest", {points[0], b});
   ASSERT_EQ(joined.size(), 1u);
   EXPECT_EQ(Names(), std::vector<std::wstring>{L"Q"});
   EXPECT_EQ(Members(L"Q"), joined);
@@ -109,14 +106,10 @@ TEST_F(StancesThroughCommandsTest, CopiesDuplicatesAndReplacementsLandWithTheirS
   SaveStance(L"P", {a});
   const std::vector<ZK_3dPoint> saved = Placement(a);
   Move(a, ZK_Xform::Rotation(1.1, {1, 0, 0}, {3, 3, 3}));
-  std::vector<ZK_UUID> before = AllObjects();
-  On(L"Copy", {a}, L"10,0,0");
-  const ZK_UUID copy = AddedSince(before)[0];
+  const ZK_UUID copy = Added(L"Copy", {a}, L"10,0,0").at(0);
   On(L"Move", {a}, L"0,4,0");
   On(L"Replace", {a});  // new geometry in its place, which keeps nothing of the move before it
-  before = AllObjects();
-  On(L"Duplicate", {a, copy});
-  const std::vector<ZK_UUID> twins = AddedSince(before);
+  const std::vector<ZK_UUID> twins = Added(L"Duplicate", {a, copy});
   ASSERT_EQ(twins.size(), 2u);
 
   Restore(L"P");
@@ -129,18 +122,14 @@ TEST_F(StancesThroughCommandsTest, CopiesDuplicatesAndReplacementsLandWithTheirS
   // A restore is a move too: a duplicate made after it stays with its source.
   On(L"Move", {a}, L"0,0,2");
   Restore(L"P");
-  before = AllObjects();
-  On(L"Duplicate", {a});
-  const ZK_UUID after_restore = AddedSince(before)[0];
+  const ZK_UUID after_restore = Added(L"Duplicate", {a}).at(0);
   On(L"Move", {a, after_restore}, L"1,1,1");
   Restore(L"P");
   ExpectNear(Placement(after_restore), Placement(a));
 }
 
 TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommandsEnd) {
-  const ZK_UUID a = Add(Segment());
-  const ZK_UUID b = Add(Segment());
-  const ZK_UUID c = Add(Segment());
+  const ZK_UUID a = Add(Segment()), b = Add(Segment()), c = Add(Segment());
   SaveStance(L"P", {a, b});
   SaveStance(L"Q", {a});
   TakeStanceChanges();
@@ -172,7 +161,9 @@ TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommands
   EXPECT_EQ(Members(L"R"), std::vector<ZK_UUID>{d});
 }
 
-TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsRecordsAlone) {
+// An attached model's objects stay out of every visit of the document's objects, and its stances,
+// carried by reference objects only, are not merged; the document's own records stay as they were.
+TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsStancesAlone) {
   const ZK_UUID a = Add(Segment());
   SaveStance(L"P", {a});
   const std::string path = ModelPath();
@@ -180,7 +171,16 @@ TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsRecordsA
   const std::vector<ZK_3dPoint> saved = Placement(a);
   On(L"Move", {a}, L"0,2,0");
   Stance(L"_Delete \"P\"");
+  const auto visited = [this] {
+    int count = 0;
+    CKorvoEveryObjectIterator it(*doc_);
+    for (const CTarsaObject* object = it.First(); object; object = it.Next()) ++count;
+    return count;
+  };
+  const int objects = visited();
   ASSERT_TRUE(ReadModel(path, true));
+  EXPECT_EQ(visited(), objects);
+  EXPECT_EQ(Table().Count(), 0);
   Undo();
   Undo();
   ASSERT_EQ(Members(L"P"), std::vector<ZK_UUID>{a});

@@ -13,6 +13,7 @@ class ObjectWrapperTest : public StanceDocumentTest {
   void Store(const ZK_UUID& id, const ZK_Xform& stored) {
     CKorvoObjectWrapper wrapper(Object(id));
     wrapper.GetEditableRecord()->Add(kStance, stored);
+    EXPECT_TRUE(wrapper.Commit());
   }
   bool Apply(const ZK_UUID& id) { return CKorvoObjectWrapper(Object(id)).ApplyStance(kStance); }
 };

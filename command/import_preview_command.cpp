@@ -52,7 +52,7 @@ bool ReadFileTable(const CTarsaFilePreview& file, CKorvoDocData& table) {
 void PrintArrivals(const CKorvoDocData& imported, const CKorvoDocData& live,
                    const CTarsaFilePreview& file) {
   std::unordered_map<ZK_UUID, int, ZK_UuidHash> carriers = CountCarriers(file);
-  std::unordered_set<ZK_wString> taken = live.FoldedNames();
+  CKorvoNameSet taken = live.Names();
   int arriving = 0;
   for (INT_PTR i = 0; i < imported.m_entries.GetSize(); ++i) {
     const CKorvoDocData::USER_DATA& stance = *imported.m_entries[i];

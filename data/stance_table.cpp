@@ -142,9 +142,9 @@ CKorvoStanceIdSet CKorvoDocData::Ids() const {
   return ids;
 }
 
-std::unordered_set<ZK_wString> CKorvoDocData::FoldedNames() const {
-  std::unordered_set<ZK_wString> names(static_cast<size_t>(Count()));
-  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) names.insert(m_entries[i]->m_name.CaseFolded());
+CKorvoNameSet CKorvoDocData::Names() const {
+  CKorvoNameSet names(static_cast<size_t>(Count()));
+  for (INT_PTR i = 0; i < m_entries.GetSize(); ++i) names.insert(m_entries[i]->m_name);
   return names;
 }
 

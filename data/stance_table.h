@@ -9,9 +9,9 @@
 
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "data/name_set.h"
 #include "data/stance_id_set.h"
 #include "host/platform/c_array.h"
 #include "host/zefkit/zk_archive.h"
@@ -61,10 +61,10 @@ class CKorvoDocData {
   USER_DATA* FindByName(const wchar_t* name) const;
   USER_DATA* FindById(const ZK_UUID& id) const;
   bool NameExists(const wchar_t* name) const;
-  // The ids of every stance, and their names folded as CompareNoCase folds them: built in one
-  // pass, for operations that test many ids or names.
+  // The ids and the names of every stance: built in one pass, for operations that test many ids
+  // or names.
   CKorvoStanceIdSet Ids() const;
-  std::unordered_set<ZK_wString> FoldedNames() const;
+  CKorvoNameSet Names() const;
 
   void RemoveAll();
 

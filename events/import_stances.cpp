@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -89,18 +88,16 @@ void Rekey(CKorvoUserData& record, const std::vector<ImportedStance>& stances,
 
 }  // namespace
 
-ZK_wString ImportedName(std::unordered_set<ZK_wString>& taken, const ZK_wString& name) {
+ZK_wString ImportedName(CKorvoNameSet& taken, const ZK_wString& name) {
   ZK_wString candidate = name;
-  ZK_wString folded = candidate.CaseFolded();
-  for (int n = 1; taken.count(folded); ++n) {
+  for (int n = 1; taken.count(candidate); ++n) {
     if (n == 1) {
       candidate = name + L" - Copy";
     } else {
       candidate.Format(L"%s - Copy (%d)", name.Array(), n);
     }
-    folded = candidate.CaseFolded();
   }
-  taken.insert(std::move(folded));
+  taken.insert(candidate);
   return candidate;
 }
 
@@ -136,7 +133,7 @@ void CKorvoEventWatcher::ImportStances(CTarsaDoc& doc, ZK_BinaryArchive& archive
 
   // Names and ids in use, gathered once, so that the merge costs the number of stances rather
   // than its square.
-  std::unordered_set<ZK_wString> taken_names = live.FoldedNames();
+  CKorvoNameSet taken_names = live.Names();
   CKorvoStanceIdSet taken_ids = live.Ids();
   std::vector<ImportedStance> stances(static_cast<size_t>(imported.m_entries.GetSize()));
   std::unordered_map<ZK_UUID, int, ZK_UuidHash> first_of;

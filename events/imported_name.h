@@ -3,11 +3,10 @@
 // the merge will.
 #pragma once
 
-#include <unordered_set>
-
+#include "data/name_set.h"
 #include "host/zefkit/zk_string.h"
 
 // The stance's own name when it is free, else "<name> - Copy", then "<name> - Copy (2)", "(3)"
-// and so on: the first one not in use, letter case ignored. `taken` holds the folded names in
-// use (CaseFolded) and takes the one chosen, so that the file's later stances see it.
-ZK_wString ImportedName(std::unordered_set<ZK_wString>& taken, const ZK_wString& name);
+// and so on: the first one not in use, letter case ignored. `taken` holds the names in use and
+// takes the one chosen, so that the file's later stances see it.
+ZK_wString ImportedName(CKorvoNameSet& taken, const ZK_wString& name);

@@ -1,7 +1,5 @@
 #include "panel/panel_actions.h"
 
-#include <unordered_set>
-
 #include "data/stance_table.h"
 #include "host/tarsa/tarsa_doc.h"
 #include "host/tarsa/tarsa_localize.h"
@@ -57,12 +55,11 @@ std::wstring StandardActionMacro(const wchar_t* command, const wchar_t* option,
 
 std::wstring NewStanceName(CTarsaDoc& doc) {
   // One pass over the table, then at most one candidate more than there are stances.
-  const std::unordered_set<ZK_wString> taken =
-      KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->FoldedNames();
+  const CKorvoNameSet taken = KorvoPlugIn().DocData(doc.RuntimeSerialNumber())->Names();
   const wchar_t* format = TsLocalizeString(L"Position %02d", 28191);
   ZK_wString name;
   for (int n = 1;; ++n) {
     if (!name.Format(format, n)) return L"";
-    if (taken.count(name.CaseFolded()) == 0) return name.Text();
+    if (taken.count(name) == 0) return name.Text();
   }
 }

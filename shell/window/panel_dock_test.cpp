@@ -72,7 +72,9 @@ class PanelDockTest : public StanceDocumentTest {
   UserSteps user_;
 };
 
-TEST_F(PanelDockTest, ShowsTheHostPanelsListAndFollowsItsSelection) {
+// Which macro each button runs is the panel's; the dock shows the panel's list and buttons,
+// follows its selection and clicks them.
+TEST_F(PanelDockTest, ShowsTheHostPanelsListAndButtonsAndFollowsItsSelection) {
   Save(L"Open", {AddNamed(L"lid")});
   Save(L"Closed", {AddNamed(L"door")});
   Open();
@@ -92,12 +94,7 @@ TEST_F(PanelDockTest, ShowsTheHostPanelsListAndFollowsItsSelection) {
   EXPECT_FALSE(Enabled(Panel::rename_button));
   dock_->List()->clearSelection();
   EXPECT_FALSE(Enabled(Panel::restore_button));
-}
 
-// Which macro each button runs is the panel's; the dock shows the panel's buttons and clicks them.
-TEST_F(PanelDockTest, EachToolButtonShowsItsIconAndTipAndRunsItsAction) {
-  Save(L"Front", {AddNamed(L"lid")});
-  Open();
   Select(0);
   for (const TsPanelButton& button : TsPanelButtons()) {
     EXPECT_FALSE(dock_->Button(button.control_id)->icon().isNull()) << button.name;
@@ -106,8 +103,8 @@ TEST_F(PanelDockTest, EachToolButtonShowsItsIconAndTipAndRunsItsAction) {
             L"Update selected stance");
   Click(Stances::update_button);
   Click(Stances::select_button);
-  EXPECT_EQ(Macros(), (std::vector<std::wstring>{L"!-_Stance _Update \"Front\" _ENTER",
-                                                 L"!-_Stance _Select \"Front\" _ENTER"}));
+  EXPECT_EQ(Macros(), (std::vector<std::wstring>{L"!-_Stance _Update \"Closed\" _ENTER",
+                                                 L"!-_Stance _Select \"Closed\" _ENTER"}));
 }
 
 TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefault) {
@@ -210,8 +207,10 @@ TEST_F(PanelDockTest, TheSaveDialogProposesANameAndAsksBeforeReplacing) {
 
 // How the panel stacks its buttons when narrow is the panel's; the dock sizes the panel as it is
 // sized, and places each control where the panel has it.
-TEST_F(PanelDockTest, ButtonsFollowThePanelsLayoutAndStackWhenTheDockIsNarrow) {
-  Open();
+TEST_F(PanelDockTest, TheStanceCommandOpensTheDockWhoseButtonsFollowThePanelsLayoutUntilClosed) {
+  EXPECT_EQ(CTarsaStandIn::CommandLine().RunCommand(L"Stance"), CTarsaCommand::success);
+  Refresh();
+  EXPECT_TRUE(dock_->isVisible());
   dock_->resize(70, 300);
   ASSERT_TRUE(Eventually([&] { return dock_->widget()->width() < 100; }));
   const RECT host = TsWindowObject(HostPanel().GetDlgItem(Panel::help_button))->WindowRect();
@@ -219,12 +218,6 @@ TEST_F(PanelDockTest, ButtonsFollowThePanelsLayoutAndStackWhenTheDockIsNarrow) {
             QRect(host.left, host.top, host.right - host.left, host.bottom - host.top));
   EXPECT_GT(dock_->List()->geometry().top(),
             dock_->Button(Panel::help_button)->geometry().bottom());
-}
-
-TEST_F(PanelDockTest, TheStanceCommandOpensTheDockAndClosingItClosesThePanel) {
-  EXPECT_EQ(CTarsaStandIn::CommandLine().RunCommand(L"Stance"), CTarsaCommand::success);
-  Refresh();
-  EXPECT_TRUE(dock_->isVisible());
   dock_->close();
   EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
   EXPECT_TRUE(dock_->isHidden());

@@ -27,22 +27,20 @@ class TarsaPlugInLoaderTest : public HostSessionTest {
 TEST_F(TarsaPlugInLoaderTest, BrokenModulesAreRefusedWithTheirReasonAndLeaveTheHostAsItWas) {
   const struct {
     const char* path;
-    std::wstring message;
+    const wchar_t* shown;
+    const wchar_t* reason;
   } cases[] = {
-      {BROKEN_MISSING_EXPORT,
-       L"Could not "
-       L"load " BROKEN_MISSING_EXPORT_W L": it has no export TarsaPlugInSdkServiceRelease."},
-      {BROKEN_WRONG_SDK,
-       L"Could not "
-       L"load"
-       L" " BROKEN_WRONG_SDK_W L": TarsaPlugInSdkServiceRelease gives 0x8C005B78; this host needs "
-       L"0x8C005B79."},
-      {BROKEN_REFUSED_LOAD, L"Could not load " BROKEN_REFUSED_LOAD_W L": its licence has run out."},
-      {BROKEN_SILENT_REFUSAL,
-       L"Could not load " BROKEN_SILENT_REFUSAL_W L": the plug-in refused to load."},
-      {BROKEN_NAMELESS, L"Could not load " BROKEN_NAMELESS_W L": its plug-in gives no name."},
+      {BROKEN_MISSING_EXPORT, BROKEN_MISSING_EXPORT_W,
+       L"it has no export TarsaPlugInSdkServiceRelease."},
+      {BROKEN_WRONG_SDK, BROKEN_WRONG_SDK_W,
+       L"TarsaPlugInSdkServiceRelease gives 0x8C005B78; this host needs 0x8C005B79."},
+      {BROKEN_REFUSED_LOAD, BROKEN_REFUSED_LOAD_W, L"its licence has run out."},
+      {BROKEN_SILENT_REFUSAL, BROKEN_SILENT_REFUSAL_W, L"the plug-in refused to load."},
+      {BROKEN_NAMELESS, BROKEN_NAMELESS_W, L"its plug-in gives no name."},
   };
-  for (const auto& refused : cases) EXPECT_EQ(Refused(refused.path), refused.message);
+  for (const auto& c : cases) {
+    EXPECT_EQ(Refused(c.path), L"Could not load " + std::wstring(c.shown) + L": " + c.reason);
+  }
   const std::wstring missing = Refused("/nonexistent/Korvo.tsp");
   EXPECT_EQ(missing.rfind(L"Could not load /nonexistent/Korvo.tsp: ", 0), 0u) << missing;
   const std::wstring directory = Refused("/tmp");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "host/platform/c_string.h"
 #include "host/platform/ole_safe_array.h"
@@ -35,6 +36,13 @@ SAFEARRAY* Texts(VARTYPE type, LONG lower_bound, std::initializer_list<const wch
   return array;
 }
 
+// The lower and upper bound of one dimension, with what asking for each returned.
+std::tuple<HRESULT, LONG, HRESULT, LONG> Bounds(SAFEARRAY* array, UINT dimension) {
+  LONG lower = 0, upper = 0;
+  const HRESULT asked_lower = SafeArrayGetLBound(array, dimension, &lower);
+  return {asked_lower, lower, SafeArrayGetUBound(array, dimension, &upper), upper};
+}
+
 TEST(Bstr, HoldsItsLengthAndEmbeddedZerosAndNullIsEmpty) {
   const wchar_t with_zero[] = {L'a', 0, L'b'};
   BSTR text = SysAllocStringLen(with_zero, 3);
@@ -59,13 +67,11 @@ TEST(SafeArray, ReadsAndWritesElementsWithinAnyLowerBoundAndRefusesOthers) {
   SAFEARRAY* array = Texts(VT_BSTR, -2, {L"a", L"", L"c"});
   EXPECT_EQ(SafeArrayGetDim(array), 1u);
   EXPECT_EQ(array->fFeatures & (FADF_BSTR | FADF_VARIANT), FADF_BSTR);
-  LONG lower = 0, upper = 0;
-  EXPECT_EQ(SafeArrayGetLBound(array, 1, &lower), S_OK);
-  EXPECT_EQ(SafeArrayGetUBound(array, 1, &upper), S_OK);
-  EXPECT_EQ(lower, -2);
-  EXPECT_EQ(upper, 0);
-  EXPECT_EQ(SafeArrayGetLBound(array, 2, &lower), DISP_E_BADINDEX);
-  EXPECT_EQ(SafeArrayGetUBound(array, 0, &upper), DISP_E_BADINDEX);
+  EXPECT_EQ(Bounds(array, 1), std::make_tuple(S_OK, -2, S_OK, 0));
+  for (UINT outside : {0u, 2u}) {
+    EXPECT_EQ(std::get<0>(Bounds(array, outside)), DISP_E_BADINDEX);
+    EXPECT_EQ(std::get<2>(Bounds(array, outside)), DISP_E_BADINDEX);
+  }
 
   BSTR* data = nullptr;
   ASSERT_EQ(SafeArrayAccessData(array, reinterpret_cast<void**>(&data)), S_OK);
@@ -94,9 +100,7 @@ TEST(SafeArray, LaysOutTwoDimensionsFirstDimensionFastest) {
   SAFEARRAY* array = SafeArrayCreate(VT_I4, 2, bounds);
   ASSERT_NE(array, nullptr);
   EXPECT_EQ(array->fFeatures & (FADF_BSTR | FADF_VARIANT), 0);
-  LONG upper = 0;
-  EXPECT_EQ(SafeArrayGetUBound(array, 2, &upper), S_OK);
-  EXPECT_EQ(upper, 12);
+  EXPECT_EQ(Bounds(array, 2), std::make_tuple(S_OK, 10, S_OK, 12));
   for (LONG j = 10; j <= 12; ++j) {
     for (LONG i = 1; i <= 2; ++i) {
       const LONG indices[] = {i, j};
@@ -106,10 +110,7 @@ TEST(SafeArray, LaysOutTwoDimensionsFirstDimensionFastest) {
   }
   LONG* data = nullptr;
   ASSERT_EQ(SafeArrayAccessData(array, reinterpret_cast<void**>(&data)), S_OK);
-  EXPECT_EQ(data[0], 110);
-  EXPECT_EQ(data[1], 210);
-  EXPECT_EQ(data[2], 111);
-  EXPECT_EQ(data[5], 212);
+  EXPECT_EQ(std::vector<LONG>(data, data + 6), (std::vector<LONG>{110, 210, 111, 211, 112, 212}));
   SafeArrayUnaccessData(array);
   SafeArrayDestroy(array);
 }
@@ -124,10 +125,7 @@ TEST(SafeArray, CreatesOnlyArraysOfTypesItCanHold) {
   const SAFEARRAYBOUND none = {0, 5};
   SAFEARRAY* empty = SafeArrayCreate(VT_VARIANT, 1, &none);
   ASSERT_NE(empty, nullptr);
-  LONG lower = 0, upper = 0;
-  SafeArrayGetLBound(empty, 1, &lower);
-  SafeArrayGetUBound(empty, 1, &upper);
-  EXPECT_EQ(upper - lower + 1, 0);
+  EXPECT_EQ(Bounds(empty, 1), std::make_tuple(S_OK, 5, S_OK, 4)) << "no elements";
   SafeArrayDestroy(empty);
 }
 

@@ -8,6 +8,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "host/zefkit/zk_light.h"
@@ -17,6 +18,7 @@ namespace {
 const ZK_UUID kMemoId = ZK_UuidFromString("68710E7F-6F9B-4187-9AF0-CFC2C4806C0F");
 const ZK_UUID kUnknownId = ZK_UuidFromString("0F1E2D3C-4B5A-4978-8695-A4B3C2D1E0F9");
 const ZK_UUID kUnreadableId = ZK_UuidFromString("5B5C936D-BACA-4D3A-BDDC-300D4A3CE668");
+const ZK_UUID kScratchId = ZK_UuidFromString("94C2A7E1-3B5D-4F60-8172-A3B4C5D6E7F8");
 const wchar_t* const kMemoText = L"\u00C9t\u00E9 \U0001F600";
 
 ZK_Object* CreateMemo();
@@ -26,11 +28,14 @@ const ZK_ClassId g_memo_class("ArchiveTestMemo", "ZK_UserData", CreateMemo,
 const ZK_ClassId g_broken_class("ArchiveTestBroken", "ZK_UserData", CreateBrokenMemo,
                                 "C3A9E2D4-5F61-4B8A-8E7C-1D2F3A4B5C6D");
 
-// Archived user data carrying a text. Memos of the broken class write but never read.
+// Archived user data carrying a text. Memos of the broken class write but never read; a memo may
+// ask not to be written, or to be deleted once written.
 class Memo : public ZK_UserData {
  public:
-  explicit Memo(const ZK_ClassId* class_id = &g_memo_class, const ZK_UUID& id = kMemoId)
-      : class_id_(class_id) {
+  enum Keeping { written, not_written, deleted_once_written };
+  explicit Memo(const ZK_ClassId* class_id = &g_memo_class, const ZK_UUID& id = kMemoId,
+                Keeping keeping = written)
+      : class_id_(class_id), keeping_(keeping) {
     m_userdata_uuid = id;
   }
   const ZK_ClassId* ClassId() const override { return class_id_; }
@@ -40,11 +45,18 @@ class Memo : public ZK_UserData {
   bool Read(ZK_BinaryArchive& archive) override {
     return class_id_ != &g_broken_class && archive.ReadString(text);
   }
+  bool WriteToArchive(const ZK_BinaryArchive&, const ZK_Object*) const override {
+    return keeping_ != not_written;
+  }
+  bool DeleteAfterWrite(const ZK_BinaryArchive&, const ZK_Object*) const override {
+    return keeping_ == deleted_once_written;
+  }
 
   ZK_wString text = kMemoText;
 
  private:
   const ZK_ClassId* class_id_;
+  Keeping keeping_;
 };
 
 ZK_Object* CreateMemo() { return new Memo(); }
@@ -106,38 +118,20 @@ TEST_F(ZkArchive, SkipsUnknownObjectsAndKeepsUnreadableUserDataAsItWasRead) {
   EXPECT_NE(copy.GetUserData(kUnreadableId), nullptr);
 }
 
-// User data that asks not to be written, or to be deleted once written or read.
-class Scratch : public Memo {
- public:
-  explicit Scratch(int mode) : Memo(&g_memo_class, kScratchId), mode_(mode) {}
-  bool WriteToArchive(const ZK_BinaryArchive&, const ZK_Object*) const override {
-    return mode_ != kNotWritten;
-  }
-  bool DeleteAfterWrite(const ZK_BinaryArchive&, const ZK_Object*) const override {
-    return mode_ == kDeletedOnceWritten;
-  }
-  static constexpr int kNotWritten = 0, kDeletedOnceWritten = 1;
-  static inline const ZK_UUID kScratchId =
-      ZK_UuidFromString("94C2A7E1-3B5D-4F60-8172-A3B4C5D6E7F8");
-
- private:
-  int mode_;
-};
-
 TEST_F(ZkArchive, UserDataDecidesWhetherItIsWrittenAndKept) {
-  light_.AttachUserData(new Scratch(Scratch::kNotWritten));
+  light_.AttachUserData(new Memo(&g_memo_class, kScratchId, Memo::not_written));
   ASSERT_TRUE(out_.WriteObject(light_));
-  EXPECT_NE(light_.GetUserData(Scratch::kScratchId), nullptr);
-  delete light_.GetUserData(Scratch::kScratchId);
-  light_.AttachUserData(new Scratch(Scratch::kDeletedOnceWritten));
+  EXPECT_NE(light_.GetUserData(kScratchId), nullptr);
+  delete light_.GetUserData(kScratchId);
+  light_.AttachUserData(new Memo(&g_memo_class, kScratchId, Memo::deleted_once_written));
   ASSERT_TRUE(out_.WriteObject(light_));
-  EXPECT_EQ(light_.GetUserData(Scratch::kScratchId), nullptr);
+  EXPECT_EQ(light_.GetUserData(kScratchId), nullptr);
 
   ZK_BinaryMemoryArchive in(out_.Bytes());
   std::unique_ptr<ZK_Object> first = ReadObject(in);
   std::unique_ptr<ZK_Object> second = ReadObject(in);
-  EXPECT_EQ(first->GetUserData(Scratch::kScratchId), nullptr);
-  EXPECT_NE(second->GetUserData(Scratch::kScratchId), nullptr);  // read back as a memo
+  EXPECT_EQ(first->GetUserData(kScratchId), nullptr);
+  EXPECT_NE(second->GetUserData(kScratchId), nullptr);  // read back as a memo
 }
 
 // Strings travel as a unit count and little-endian UTF-16 units. A huge length must fail
@@ -225,12 +219,8 @@ TEST_F(ZkArchive, RoundTripsValuesAndAnObjectThroughAFileWrittenOnClose) {
   double d = 0;
   ASSERT_TRUE(in.ReadInt(i) && in.ReadUuid(uuid) && in.ReadString(text));
   ASSERT_TRUE(in.ReadString(empty) && in.ReadXform(xform_read) && in.ReadDouble(d));
-  EXPECT_EQ(i, INT_MIN);
-  EXPECT_EQ(uuid, kMemoId);
-  EXPECT_EQ(text, kMemoText);
-  EXPECT_TRUE(empty.IsEmpty());
-  EXPECT_EQ(xform_read, xform);
-  EXPECT_EQ(d, -0.1);
+  EXPECT_EQ(std::tie(i, uuid, text, empty, xform_read, d),
+            std::make_tuple(INT_MIN, kMemoId, ZK_wString(kMemoText), ZK_wString(), xform, -0.1));
   ExpectLight(ReadObject(in).get());
   EXPECT_EQ(in.BytesLeft(), 0u);
   std::remove(path.c_str());

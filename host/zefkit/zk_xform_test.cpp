@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -11,10 +12,8 @@ TEST(ZkXform, ProductAppliesTheRightFactorFirst) {
   const ZK_Xform scale = ZK_Xform::Scale(2, 3, 4);
   const ZK_3dPoint a = (scale * translate) * ZK_3dPoint{1, 1, 1};  // translate, then scale
   const ZK_3dPoint b = (translate * scale) * ZK_3dPoint{1, 1, 1};  // scale, then translate
-  EXPECT_EQ(a.x, 4);
-  EXPECT_EQ(a.z, 16);
-  EXPECT_EQ(b.x, 3);
-  EXPECT_EQ(b.z, 7);
+  EXPECT_EQ(std::make_tuple(a.x, a.y, a.z), std::make_tuple(4.0, 9.0, 16.0));
+  EXPECT_EQ(std::make_tuple(b.x, b.y, b.z), std::make_tuple(3.0, 5.0, 7.0));
 }
 
 TEST(ZkXformInverse, UndoesGeneralFarAndProjectiveMatrices) {

@@ -2,27 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include "host/tarsa/tarsa_stance_dynamic_access.h"
 #include "testing/stance_document_test.h"
 
 namespace {
 
 using Words = std::vector<std::wstring>;
 
-class CompletionTest : public StanceDocumentTest {
- protected:
-  void SaveStance(const wchar_t* name) {
-    ZK_SimpleArray<const CTarsaObject*> objects;
-    objects.Append(Object(AddBox()));
-    CTarsaStandIn::StanceDynamicAccess()->SaveStance(*doc_, name, objects);
-  }
-};
+using CompletionTest = StanceDocumentTest;
 
 // The options a prompt shows, without their values; command names at the command prompt, with
 // their marks; the document's stances where the stance command asks for one, quoted as typed.
 TEST_F(CompletionTest, OffersWhatThePromptTakesThatBeginsWithTheWord) {
   for (const wchar_t* name : {L"Lid", L"Lift", L"two words", L"Say \"ah\"", L"Base"})
-    SaveStance(name);
+    Save(name, {AddBox()});
   const std::wstring options = L"Choose stance option ( List Save Restore Visible=Yes ):";
   const struct {
     std::wstring prompt;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "host/tarsa/tarsa_doc.h"
 #include "host/zefkit/standin/zk_point_geometry.h"
@@ -35,17 +36,18 @@ TEST_F(ModelSceneTest, TheSceneHoldsWhatIsNotHiddenEachInTheLookOfItsState) {
   const TsModelScene scene = TsSceneOf(*doc_, {picked->ModelObjectId()});
   ASSERT_EQ(scene.objects.size(), 4u) << "the hidden box is left out";
   EXPECT_EQ(scene.sources, (std::vector<const CTarsaObject*>{box, picked, locked, lamp}));
-  EXPECT_EQ(scene.objects[0].kind, TsShapeKind::box);
+  std::vector<std::tuple<TsShapeKind, TsObjectState, std::string>> looks;
+  for (const TsSceneObject& object : scene.objects) {
+    looks.emplace_back(object.kind, object.state, object.label);
+  }
+  EXPECT_EQ(looks, (decltype(looks){{TsShapeKind::box, TsObjectState::selected, "box"},
+                                    {TsShapeKind::point, TsObjectState::selected, "picked"},
+                                    {TsShapeKind::polyline, TsObjectState::locked, "fixed"},
+                                    {TsShapeKind::light, TsObjectState::normal, "lamp"}}))
+      << "the point is picked by the prompt";
   EXPECT_EQ(scene.objects[0].points.size(), 8u);
   EXPECT_EQ(scene.objects[0].points[6], (TsVec3{1, 2, 3}));
-  EXPECT_EQ(scene.objects[0].state, TsObjectState::selected);
-  EXPECT_EQ(scene.objects[0].label, "box");
   EXPECT_EQ(scene.objects[0].id, ZK_UuidToString(box->ModelObjectId()).ToUtf8());
-  EXPECT_EQ(scene.objects[1].kind, TsShapeKind::point);
-  EXPECT_EQ(scene.objects[1].state, TsObjectState::selected) << "picked by the prompt";
-  EXPECT_EQ(scene.objects[2].kind, TsShapeKind::polyline);
-  EXPECT_EQ(scene.objects[2].state, TsObjectState::locked);
-  EXPECT_EQ(scene.objects[3].kind, TsShapeKind::light);
   EXPECT_EQ(scene.objects[3].direction, (TsVec3{0, 0, -2}));
 }
 

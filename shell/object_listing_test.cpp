@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "host/tarsa/tarsa_doc.h"
 #include "host/zefkit/standin/zk_point_geometry.h"
 #include "testing/host_session_test.h"
@@ -9,13 +11,10 @@
 namespace {
 
 TEST(FormatNumber, ShowsAtMostThreeDecimalsAndNeverMinusZero) {
-  EXPECT_EQ(TsFormatNumber(2), L"2");
-  EXPECT_EQ(TsFormatNumber(2.5), L"2.5");
-  EXPECT_EQ(TsFormatNumber(0.70710678), L"0.707");
-  EXPECT_EQ(TsFormatNumber(-1e-12), L"0");
-  EXPECT_EQ(TsFormatNumber(-0.0004), L"0");
-  EXPECT_EQ(TsFormatNumber(-12.0), L"-12");
-  EXPECT_EQ(TsFormatNumber(1e6), L"1000000");
+  const std::pair<double, const wchar_t*> cases[] = {
+      {2, L"2"},       {2.5, L"2.5"},   {0.70710678, L"0.707"}, {-1e-12, L"0"},
+      {-0.0004, L"0"}, {-12.0, L"-12"}, {1e6, L"1000000"}};
+  for (const auto& [number, shown] : cases) EXPECT_EQ(TsFormatNumber(number), shown) << number;
 }
 
 using ObjectListingTest = HostDocumentTest;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 struct Parsed {
@@ -20,12 +22,9 @@ TEST(ProgramOptions, TakesAModelAndTheOptionsInAnyOrder) {
   const Parsed parsed = Parse({"--uuid-seed", "42", "model.tsm", "--script", "s.tsc", "--plugin",
                                "/x/K.tsp", "--undo-limit", "64"});
   ASSERT_TRUE(parsed.ok) << parsed.error;
-  EXPECT_EQ(parsed.options.m_model, "model.tsm");
-  EXPECT_EQ(parsed.options.m_script, "s.tsc");
-  EXPECT_EQ(parsed.options.m_plugin, "/x/K.tsp");
-  EXPECT_TRUE(parsed.options.m_seeded);
-  EXPECT_EQ(parsed.options.m_seed, 42u);
-  EXPECT_EQ(parsed.options.m_undo_limit_mb, 64u);
+  const TsProgramOptions& o = parsed.options;
+  EXPECT_EQ(std::tie(o.m_model, o.m_script, o.m_plugin, o.m_seeded, o.m_seed, o.m_undo_limit_mb),
+            std::make_tuple("model.tsm", "s.tsc", "/x/K.tsp", true, 42ull, 64ull));
   EXPECT_EQ(Parse({}).options.m_undo_limit_mb, 256u);
 }
 

@@ -15,6 +15,7 @@
 namespace {
 
 using Dlg = CTsNamedDocObjectManagerDlg;
+using Stances = CTsStancesManagerDlg;
 
 // What a person may do in the window, with a number that picks among the like.
 struct Deed {
@@ -26,13 +27,9 @@ struct Deed {
 const wchar_t* const kLines[] = {L"List",  L"Move",  L"lid",      L"",     L"0,1,0", L"-Stance",
                                  L"_Save", L"Front", L"_Restore", L"Undo", L"Redo",  L"nonsense",
                                  L"Hide",  L"Show",  L"_Delete",  L"Back"};
-const int kButtons[] = {Dlg::save_button,
-                        Dlg::restore_button,
-                        Dlg::delete_button,
-                        Dlg::rename_button,
-                        CTsStancesManagerDlg::select_button,
-                        CTsStancesManagerDlg::update_button,
-                        CTsStancesManagerDlg::append_button};
+const int kButtons[] = {Dlg::save_button,      Dlg::restore_button,    Dlg::delete_button,
+                        Dlg::rename_button,    Stances::select_button, Stances::update_button,
+                        Stances::append_button};
 const wchar_t* const kMenuCommands[] = {L"_Undo", L"_Redo", L"_Stance"};
 
 std::string Describe(const std::vector<Deed>& steps) {
@@ -129,29 +126,17 @@ class Person : public ITsFrontEnd, private IUserAnswers {
       case Deed::end_picking:
         m_input.EndPicking();
         break;
-      case Deed::button: {
-        const int control = kButtons[step.n % std::size(kButtons)];
-        m_input.Act([control] {
-          if (Dlg* open = CTarsaStandIn::Panel(g_stances_panel_tab_id)) {
-            CTarsaStandIn::Click(*open, control);
-          }
+      case Deed::button:
+        OnPanel([control = kButtons[step.n % std::size(kButtons)]](Dlg& open) {
+          CTarsaStandIn::Click(open, control);
         });
         break;
-      }
       case Deed::double_click:
         if (items == 0) return Next();
-        m_input.Act([row = step.n % items] {
-          if (Dlg* open = CTarsaStandIn::Panel(g_stances_panel_tab_id)) {
-            CTarsaStandIn::DoubleClick(*open, row);
-          }
-        });
+        OnPanel([row = step.n % items](Dlg& open) { CTarsaStandIn::DoubleClick(open, row); });
         break;
       case Deed::menu_item:
-        m_input.Act([] {
-          if (Dlg* open = CTarsaStandIn::Panel(g_stances_panel_tab_id)) {
-            CTarsaStandIn::ContextMenu(*open, POINT{10, 10});
-          }
-        });
+        OnPanel([](Dlg& open) { CTarsaStandIn::ContextMenu(open, POINT{10, 10}); });
         break;
       case Deed::menu:
         m_input.Act([command = kMenuCommands[step.n % std::size(kMenuCommands)]] {
@@ -159,6 +144,13 @@ class Person : public ITsFrontEnd, private IUserAnswers {
         });
         break;
     }
+  }
+
+  // An action on the Stances panel, if it is still open when the command line takes the action.
+  void OnPanel(std::function<void(Dlg&)> action) {
+    m_input.Act([action] {
+      if (Dlg* open = CTarsaStandIn::Panel(g_stances_panel_tab_id)) action(*open);
+    });
   }
 
   // The questions of panels, answered at random.

@@ -58,11 +58,7 @@ TEST(DepthOrderTest, ASmallBoxBehindALargePlateComesFirstWhateverTheirCentres) {
 TEST(DepthOrderTest, ABoxInsideAnotherComesFirstAndALineThroughABoxComesAfterIt) {
   std::vector<TsSceneObject> scene = {TestBox("housing", {2, 2, 1}, {10, 6, 5}),
                                       TestBox("impeller", {5, 3, 2}, {7, 5, 4})};
-  TsSceneObject shaft;
-  shaft.kind = TsShapeKind::polyline;
-  shaft.label = "shaft";
-  shaft.points = {{0, 4, 3}, {12, 4, 3}};
-  scene.push_back(shaft);
+  scene.push_back(TestShape(TsShapeKind::polyline, "shaft", {{0, 4, 3}, {12, 4, 3}}));
   for (const TsStandardView view :
        {TsStandardView::top, TsStandardView::front, TsStandardView::right, TsStandardView::iso}) {
     const std::vector<std::string> order = Order(scene, Camera(view));

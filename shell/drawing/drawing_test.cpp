@@ -50,10 +50,7 @@ TEST(DrawingTest, LooksFollowTheStateAndOutlinesComeLastWithoutFill) {
       TestBox("fixed", {2, 0, 0}, {3, 1, 1}, TsObjectState::locked),
       TestBox("preview", {0, 3, 0}, {1, 4, 1}, TsObjectState::outline),
       TestBox("front", {0, -3, 0}, {1, -2, 1})};
-  TsSceneObject point;
-  point.kind = TsShapeKind::point;
-  point.points = {{5, 5, 5}};
-  scene.push_back(point);
+  scene.push_back(TestShape(TsShapeKind::point, "", {{5, 5, 5}}));
   const TsFrame frame = TsDrawScene(scene, Fitted(scene, TsStandardView::iso), TsDrawOptions());
   EXPECT_EQ(frame.order.back(), 2) << "the outline is drawn over everything";
   EXPECT_EQ(PrimitivesOf(frame, 0)[0]->stroke,
@@ -90,10 +87,7 @@ TEST(DrawingTest, AClickFindsTheNearestObjectInFrontAndAWindowWhatIsWhollyInside
   std::vector<TsSceneObject> scene = {
       TestBox("low", {0, 0, 0}, {4, 4, 1}), TestBox("high", {1, 1, 2}, {3, 3, 3}),
       TestBox("preview", {1, 1, 5}, {3, 3, 6}, TsObjectState::outline)};
-  TsSceneObject line;
-  line.kind = TsShapeKind::polyline;
-  line.points = {{6, 0, 0}, {6, 4, 0}};
-  scene.push_back(line);
+  scene.push_back(TestShape(TsShapeKind::polyline, "", {{6, 0, 0}, {6, 4, 0}}));
   for (const TsStandardView view : {TsStandardView::top, TsStandardView::iso}) {
     const TsCamera camera = Fitted(scene, view);
     const TsFrame frame = TsDrawScene(scene, camera, TsDrawOptions());

@@ -1,19 +1,27 @@
-// Scenes the drawing's tests share: boxes made from two corners, and the demo pump of
-// examples/assembly.tsc as it stands assembled and exploded.
+// Scenes the drawing's tests share: shapes from their points, boxes from two corners, and the demo
+// pump of examples/assembly.tsc as it stands assembled and exploded.
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "shell/drawing/scene.h"
 
+inline TsSceneObject TestShape(TsShapeKind kind, const std::string& name,
+                               std::vector<TsVec3> points,
+                               TsObjectState state = TsObjectState::normal) {
+  TsSceneObject shape;
+  shape.kind = kind;
+  shape.state = state;
+  shape.label = shape.id = name;
+  shape.points = std::move(points);
+  return shape;
+}
+
 inline TsSceneObject TestBox(const std::string& name, TsVec3 a, TsVec3 b,
                              TsObjectState state = TsObjectState::normal) {
-  TsSceneObject box;
-  box.kind = TsShapeKind::box;
-  box.state = state;
-  box.label = name;
-  box.id = name;
+  TsSceneObject box = TestShape(TsShapeKind::box, name, {}, state);
   box.points = {{a.x, a.y, a.z}, {b.x, a.y, a.z}, {b.x, b.y, a.z}, {a.x, b.y, a.z},
                 {a.x, a.y, b.z}, {b.x, a.y, b.z}, {b.x, b.y, b.z}, {a.x, b.y, b.z}};
   return box;
@@ -38,19 +46,13 @@ inline std::vector<TsSceneObject> DemoScene(bool exploded) {
       move(TestBox("screw-3", {9.2, 5.2, 5.5}, {9.8, 5.8, 6}), {0, 13, 0}),
       move(TestBox("screw-4", {2.2, 5.2, 5.5}, {2.8, 5.8, 6}), {0, 13, 0}),
   };
-  TsSceneObject shaft;
-  shaft.kind = TsShapeKind::polyline;
-  shaft.label = shaft.id = "shaft";
-  shaft.points = {{0, 4, 3}, {12, 4, 3}};
-  scene.push_back(move(shaft, {0, -9, 0}));
+  scene.push_back(
+      move(TestShape(TsShapeKind::polyline, "shaft", {{0, 4, 3}, {12, 4, 3}}), {0, -9, 0}));
   scene.push_back(move(TestBox("impeller", {5, 3, 2}, {7, 5, 4}), {0, -9, 0}));
   scene.push_back(move(TestBox("bearing-front", {1.5, 3.5, 2.5}, {2, 4.5, 3.5}), {-4, 0, 0}));
   scene.push_back(move(TestBox("bearing-back", {10, 3.5, 2.5}, {10.5, 4.5, 3.5}), {4, 0, 0}));
   scene.push_back(move(TestBox("inlet", {10.5, 3.6, 2.6}, {13, 4.4, 3.4}), {8, 0, 0}));
-  TsSceneObject light;
-  light.kind = TsShapeKind::light;
-  light.label = light.id = "work-light";
-  light.points = {{6, -3, 8}};
+  TsSceneObject light = TestShape(TsShapeKind::light, "work-light", {{6, -3, 8}});
   light.direction = {0, 1, -1};
   scene.push_back(light);
   return scene;

@@ -95,7 +95,7 @@ TEST(SafeArray, ReadsAndWritesElementsWithinAnyLowerBoundAndRefusesOthers) {
   EXPECT_EQ(SafeArrayDestroy(array), S_OK);
 }
 
-TEST(SafeArray, LaysOutTwoDimensionsFirstDimensionFastest) {
+TEST(SafeArray, LaysOutTwoDimensionsFirstDimensionFastestAndCreatesOnlyArraysItCanHold) {
   const SAFEARRAYBOUND bounds[] = {{2, 1}, {3, 10}};
   SAFEARRAY* array = SafeArrayCreate(VT_I4, 2, bounds);
   ASSERT_NE(array, nullptr);
@@ -113,9 +113,7 @@ TEST(SafeArray, LaysOutTwoDimensionsFirstDimensionFastest) {
   EXPECT_EQ(std::vector<LONG>(data, data + 6), (std::vector<LONG>{110, 210, 111, 211, 112, 212}));
   SafeArrayUnaccessData(array);
   SafeArrayDestroy(array);
-}
 
-TEST(SafeArray, CreatesOnlyArraysOfTypesItCanHold) {
   const SAFEARRAYBOUND bound = {2, 0};
   EXPECT_EQ(SafeArrayCreate(VT_DISPATCH, 1, &bound), nullptr);
   EXPECT_EQ(SafeArrayCreate(VT_NULL, 1, &bound), nullptr);
@@ -131,7 +129,7 @@ TEST(SafeArray, CreatesOnlyArraysOfTypesItCanHold) {
 
 // A copy owns everything it holds: clearing the original, strings and nested arrays included,
 // leaves the copy whole.
-TEST(Variant, CopiesDeeplyAndClearsWhatItOwnsButNotWhatItRefersTo) {
+TEST(Variant, CopiesDeeplyClearsWhatItOwnsButNotWhatItRefersToAndIsHandedAnArrayBuilt) {
   VARIANT nested;
   VariantInit(&nested);
   nested.vt = VT_ARRAY | VT_BSTR;
@@ -172,9 +170,8 @@ TEST(Variant, CopiesDeeplyAndClearsWhatItOwnsButNotWhatItRefersTo) {
   EXPECT_EQ(VariantClear(&copy), DISP_E_ARRAYISLOCKED);
   SafeArrayUnaccessData(copy.parray);
   EXPECT_EQ(VariantClear(&copy), S_OK);
-}
 
-TEST(OleSafeArray, BuildsAZeroBasedArrayAndHandsItOver) {
+  // A zero-based array built by the wrapper and handed over.
   VARIANT handed;
   {
     COleSafeArray array;
@@ -197,5 +194,4 @@ TEST(OleSafeArray, BuildsAZeroBasedArrayAndHandsItOver) {
   EXPECT_EQ(values.Texts(handed), (std::vector<std::wstring>{L"Front", L"Side"}));
   VariantClear(&handed);
 }
-
 }  // namespace

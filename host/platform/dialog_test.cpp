@@ -34,7 +34,7 @@ class TwoButtons : public CDialog {
   bool m_bind_missing;
 };
 
-TEST(Dialog, AreMadeFromTheirTemplateInPixelsOfTheResolution) {
+TEST(Dialog, AreMadeFromTheirTemplateInPixelsOfTheResolutionOrLeaveNoWindowWithoutIt) {
   TwoButtons dialog(false);
   ASSERT_TRUE(dialog.Create(TsModuleInstance(kModule), 7, nullptr, 144));
   EXPECT_EQ(dialog.m_initialised, 1);
@@ -48,9 +48,7 @@ TEST(Dialog, AreMadeFromTheirTemplateInPixelsOfTheResolution) {
   EXPECT_TRUE(CTsDialogEvents::Click(dialog, 11));
   dialog.m_first.EnableWindow(false);
   EXPECT_FALSE(CTsDialogEvents::Click(dialog, 11)) << "a disabled button cannot be clicked";
-}
 
-TEST(Dialog, AMissingTemplateOrControlLeavesNoWindow) {
   TwoButtons missing_control(true);
   EXPECT_FALSE(missing_control.Create(TsModuleInstance(kModule), 7, nullptr, 96));
   EXPECT_EQ(missing_control.GetSafeHwnd(), nullptr);

@@ -51,7 +51,7 @@ TEST_F(ListControlTest, TheSortStylePlacesItemsByTextIgnoringCase) {
   EXPECT_EQ(Texts(), L"0;b;A;B;a;C;b;") << "the sort by data is the last word";
 }
 
-TEST_F(ListControlTest, MessagesFindSortSizeAndEmptyTheList) {
+TEST_F(ListControlTest, MessagesFindSortSizeAndEmptyTheListAndItGoesWithItsParent) {
   Make(LVS_REPORT);
   for (LPARAM data : {1, 3, 2}) Insert(std::to_wstring(data).c_str(), data);
   list_.SetItemState(0, LVIS_SELECTED, LVIS_SELECTED);
@@ -70,10 +70,7 @@ TEST_F(ListControlTest, MessagesFindSortSizeAndEmptyTheList) {
   list_.SendMessage(LVM_DELETEALLITEMS);
   EXPECT_EQ(list_.GetItemCount(), 0);
   EXPECT_EQ(list_.SendMessage(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_ALL), -1);
-}
 
-TEST_F(ListControlTest, DestroyingTheParentTakesTheListWithIt) {
-  Make(LVS_REPORT);
   Insert(L"x", 0);
   const HWND hwnd = list_.GetSafeHwnd();
   parent_.DestroyWindow();

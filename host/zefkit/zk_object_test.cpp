@@ -53,7 +53,7 @@ class ZkUserData : public testing::Test {
   ZK_Light& light_ = *owned_;
 };
 
-TEST_F(ZkUserData, IsFoundByItsIdAndRefusedWhenItCannotBelong) {
+TEST_F(ZkUserData, IsFoundByItsIdRefusedWhenItCannotBelongAndCopiedWhenItsCopyCountAllows) {
   Note* note = Attach(light_, new Note());
   EXPECT_EQ(Find(light_), note);
   EXPECT_EQ(Find(light_, kOtherId), nullptr);
@@ -68,9 +68,7 @@ TEST_F(ZkUserData, IsFoundByItsIdAndRefusedWhenItCannotBelong) {
   EXPECT_TRUE(other.AttachUserData(note));
   delete Attach(light_, new Note());  // deleted, it leaves its owner
   EXPECT_EQ(light_.FirstUserData(), nullptr);
-}
 
-TEST_F(ZkUserData, TravelsWithCopiesOnlyWhenItsCopyCountAllows) {
   Attach(light_, new Note());
   Attach(light_, new Note(kOtherId, 0));
   ZK_Light copy(light_);

@@ -29,19 +29,17 @@ TEST(ZkString, CompareNoCaseFoldsEveryScriptWhateverTheProcessLocale) {
   std::setlocale(LC_ALL, saved.c_str());
 }
 
-TEST(ZkString, FormatTakesWideStringsAndTheUsualConversions) {
+TEST(ZkString, FormatsWideStringsAndTheUsualConversionsTrimsAndConcatenates) {
   ZK_wString text;
   ASSERT_TRUE(text.Format(L"%s: %d (%02d%%) %-3s| %f %g", L"K\u00FCche", 3, 7, L"ab", 1.5, 0.25));
   EXPECT_EQ(text, L"K\u00FCche: 3 (07%) ab | 1.500000 0.25");
   const std::wstring long_text(1000, L'x');
   ASSERT_TRUE(text.Format(L"<%s>", long_text.c_str()));
   EXPECT_EQ(text.Text(), L"<" + long_text + L">");
-}
 
-TEST(ZkString, TrimsBlanksOrTheCharactersGivenAndConcatenates) {
-  ZK_wString text(L" \t\r\n\v\f inner  text \n");
-  text.TrimLeftAndRight();
-  EXPECT_EQ(text, L"inner  text");
+  ZK_wString blanks(L" \t\r\n\v\f inner  text \n");
+  blanks.TrimLeftAndRight();
+  EXPECT_EQ(blanks, L"inner  text");
   ZK_wString dashed(L"--=a-b=--");
   dashed.TrimLeftAndRight(L"-=");
   EXPECT_EQ(L">" + dashed + ZK_wString(L"<"), L">a-b<");
@@ -93,15 +91,13 @@ TEST(ZkString, AppendingOneCharacterAtATimeKeepsEveryCharacterAndTheTerminator) 
   EXPECT_EQ(ZK_wString(L"a\0b", 3).Length(), 3);
 }
 
-TEST(ZkStringUtf8, RoundTripsNonAsciiAndAstralCharacters) {
+TEST(ZkStringUtf8, RoundTripsNonAsciiAndAstralCharactersAndReplacesEveryStrayByte) {
   const ZK_wString text(L"Gr\u00FC\u00DF \u0416 \U0001F600");
   EXPECT_EQ(text.ToUtf8(), "Gr\xC3\xBC\xC3\x9F \xD0\x96 \xF0\x9F\x98\x80");
   EXPECT_EQ(ZK_wString::FromUtf8(text.ToUtf8()), text);
   EXPECT_EQ(ZK_wString(std::wstring(1, wchar_t(0xD800))).ToUtf8(), "\xEF\xBF\xBD");
-}
 
-// Every byte outside a well-formed sequence becomes one U+FFFD, stray continuation bytes included.
-TEST(ZkStringUtf8, ReplacesEveryStrayContinuationByteBadLeadByteAndBrokenSequence) {
+  // Every byte outside a well-formed sequence becomes one U+FFFD, stray continuation bytes too.
   EXPECT_EQ(ZK_wString::FromUtf8("\x80z"), L"\uFFFDz");
   EXPECT_EQ(ZK_wString::FromUtf8("\xC0\xAF"), L"\uFFFD\uFFFD");            // overlong
   EXPECT_EQ(ZK_wString::FromUtf8("\xED\xA0\x80"), L"\uFFFD\uFFFD\uFFFD");  // surrogate

@@ -70,7 +70,7 @@ class CommandLineTest : public HostSessionTest {
   SideCommand side_;
 };
 
-TEST_F(CommandLineTest, TypedLinesAnswerOnePromptAWordOrAQuotedTextEach) {
+TEST_F(CommandLineTest, TypedLinesAnswerOnePromptAWordOrAQuotedTextEachAndPromptsTellTheirOptions) {
   const std::wstring pick = L"Pick ( Left Length Mode=Fast ): ";
   const std::wstring longer = L"Lengthy" + std::wstring(100000, L'y');
   const struct {
@@ -106,53 +106,8 @@ TEST_F(CommandLineTest, TypedLinesAnswerOnePromptAWordOrAQuotedTextEach) {
   EXPECT_FALSE(ask_.interactive);
   CommandLine().RunScript(L"_Side four Top", 0);  // a macro gives it too
   EXPECT_EQ(CommandLine().TakeOutput(), L"[four Top]\n");
-}
 
-TEST_F(CommandLineTest, AMacroPausesForTheUserAndCancelsWithBang) {
-  Type({L"from"});
-  CommandLine().RunScript(L"frage _Pause later _Mode _Slow", 0);
-  EXPECT_TRUE(ask_.interactive);
-  // Only the paused prompt, answered by the user, is shown.
-  EXPECT_EQ(CommandLine().TakeOutput(), L"First: from\n[from]\n[later]\noption 3 value 1\n");
-
-  CommandLine().RunScript(L"-_Ask one !", 1);
-  EXPECT_EQ(CommandLine().TakeOutput(), L"Command: -_Ask\nFirst: one\n[one]\nSecond: !\n");
-
-  // A macro given to a waiting command cancels it and runs its own command next.
-  int calls = 0;
-  CommandLine().SetReader([&calls](const std::wstring&, std::wstring& line) {
-    if (++calls == 1) line = L"_Ask";
-    if (calls == 2) TarsaApp().RunScript(L"!-_Ask \"from the macro\" second", 0);
-    return calls == 1;
-  });
-  CommandLine().ProcessInput();
-  EXPECT_EQ(CommandLine().TakeOutput(),
-            L"Command: _Ask\n[from the macro]\n[second]\n"
-            L"Pick ( Left Length Mode=Fast ):\n");
-}
-
-TEST_F(CommandLineTest, AnActionElsewhereCancelsTheWaitingCommandAndRunsOnceItEnded) {
-  int calls = 0;
-  std::vector<bool> command_running;
-  CommandLine().SetReader([&](const std::wstring&, std::wstring& line) {
-    ++calls;
-    if (calls == 2) {
-      CommandLine().RunWhenNoCommand([&] {
-        command_running.push_back(CommandLine().RunningCommand() != nullptr);
-        TarsaApp().RunScript(L"!-_Ask \"say \"\"hi\"\"\" c _Enter", 0);
-      });
-    }
-    // The second line was typed while the user clicked: it stays for the next prompt.
-    line = calls == 1 ? L"-_Ask" : L"typed";
-    return calls <= 2;
-  });
-  CommandLine().ProcessInput();
-  EXPECT_EQ(command_running, std::vector<bool>{false});
-  EXPECT_EQ(CommandLine().TakeOutput(),
-            L"Command: -_Ask\nFirst:\n[say \"hi\"]\n[c]\nCommand: typed\nUnknown command: typed\n");
-}
-
-TEST_F(CommandLineTest, TheWaitingPromptTellsItsOptionsWhileItAsks) {
+  // The waiting prompt tells its options while it asks.
   std::vector<std::wstring> shown, words;
   CommandLine().SetReader([&](const std::wstring& prompt, std::wstring& line) {
     if (prompt.rfind(L"Pick", 0) == 0) {
@@ -174,4 +129,47 @@ TEST_F(CommandLineTest, TheWaitingPromptTellsItsOptionsWhileItAsks) {
   CommandLine().TakeOutput();
 }
 
+TEST_F(CommandLineTest,
+       AMacroPausesForTheUserAndBangAMacroOrAnActionElsewhereCancelsTheWaitingCommand) {
+  Type({L"from"});
+  CommandLine().RunScript(L"frage _Pause later _Mode _Slow", 0);
+  EXPECT_TRUE(ask_.interactive);
+  // Only the paused prompt, answered by the user, is shown.
+  EXPECT_EQ(CommandLine().TakeOutput(), L"First: from\n[from]\n[later]\noption 3 value 1\n");
+
+  CommandLine().RunScript(L"-_Ask one !", 1);
+  EXPECT_EQ(CommandLine().TakeOutput(), L"Command: -_Ask\nFirst: one\n[one]\nSecond: !\n");
+
+  // A macro given to a waiting command cancels it and runs its own command next.
+  int calls = 0;
+  CommandLine().SetReader([&calls](const std::wstring&, std::wstring& line) {
+    if (++calls == 1) line = L"_Ask";
+    if (calls == 2) TarsaApp().RunScript(L"!-_Ask \"from the macro\" second", 0);
+    return calls == 1;
+  });
+  CommandLine().ProcessInput();
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: _Ask\n[from the macro]\n[second]\n"
+            L"Pick ( Left Length Mode=Fast ):\n");
+
+  // An action elsewhere cancels the waiting command too, and runs once it ended.
+  calls = 0;
+  std::vector<bool> command_running;
+  CommandLine().SetReader([&](const std::wstring&, std::wstring& line) {
+    ++calls;
+    if (calls == 2) {
+      CommandLine().RunWhenNoCommand([&] {
+        command_running.push_back(CommandLine().RunningCommand() != nullptr);
+        TarsaApp().RunScript(L"!-_Ask \"say \"\"hi\"\"\" c _Enter", 0);
+      });
+    }
+    // The second line was typed while the user clicked: it stays for the next prompt.
+    line = calls == 1 ? L"-_Ask" : L"typed";
+    return calls <= 2;
+  });
+  CommandLine().ProcessInput();
+  EXPECT_EQ(command_running, std::vector<bool>{false});
+  EXPECT_EQ(CommandLine().TakeOutput(),
+            L"Command: -_Ask\nFirst:\n[say \"hi\"]\n[c]\nCommand: typed\nUnknown command: typed\n");
+}
 }  // namespace

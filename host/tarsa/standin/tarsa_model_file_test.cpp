@@ -234,7 +234,8 @@ TEST_F(ModelFileTest, AModelOfKnownContentSavesToTheSameBytesAsEver) {
   EXPECT_EQ(ZK_CRC32(0, bytes.size(), bytes.data()), 0xBA026746u);
 }
 
-TEST_F(ModelFileTest, FoldersAndDevicesAreRefusedAndALinkIsSavedThrough) {
+TEST_F(ModelFileTest,
+       SavesGoThroughLinksKeepOwnerAndRightsAndRefuseFoldersDevicesAndReadOnlyModels) {
   MakeModel();  // a folder opened or imported is refused in the transcripts
   EXPECT_EQ(Open("/dev/zero"), nullptr);
   EXPECT_EQ(error_, L"/dev/zero is a device or another special file, not a model file.");
@@ -257,6 +258,29 @@ TEST_F(ModelFileTest, FoldersAndDevicesAreRefusedAndALinkIsSavedThrough) {
   CTarsaDoc* opened = Open(folder_ + "/real/model.tsm");
   ASSERT_NE(opened, nullptr);
   EXPECT_EQ(ObjectCount(*opened), 2);
+
+  // A save keeps the model's access rights and, when it may, its owner; a read-only model is
+  // refused and stays as it was.
+  Save(path_);
+  ASSERT_EQ(chmod(path_.c_str(), 0640), 0);
+  const bool root = geteuid() == 0;
+  if (root) {
+    ASSERT_EQ(chown(path_.c_str(), 4321, 4321), 0);
+  }
+  Save(path_);
+  ASSERT_EQ(stat(path_.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0640u);
+  if (root) {
+    EXPECT_EQ(status.st_uid, 4321u);
+  }
+
+  ASSERT_EQ(chmod(path_.c_str(), 0444), 0);
+  const ModelFileBlocks::Bytes before = ModelFileBlocks::ReadFile(path_);
+  notes_.notes[doc_->RuntimeSerialNumber()] = L"changed";
+  EXPECT_FALSE(TsWriteModelFile(*doc_, path_, error));
+  EXPECT_EQ(error, L"Could not write " + Name(path_) +
+                       L": the file is read-only. Save the model under another name with SaveAs.");
+  EXPECT_EQ(ModelFileBlocks::ReadFile(path_), before);
 }
 
 // Two programs save the same model at the same moment while someone has planted a link where a
@@ -313,34 +337,6 @@ TEST_F(ModelFileTest,
   struct stat status_of_model;
   ASSERT_EQ(lstat(path_.c_str(), &status_of_model), 0);
   EXPECT_TRUE(S_ISREG(status_of_model.st_mode));
-}
-
-// A save keeps the model's access rights and, when it may, its owner; a read-only model is
-// refused and stays as it was.
-TEST_F(ModelFileTest, SaveKeepsOwnerAndRightsAndRefusesAReadOnlyModel) {
-  MakeModel();
-  Save(path_);
-  ASSERT_EQ(chmod(path_.c_str(), 0640), 0);
-  const bool root = geteuid() == 0;
-  if (root) {
-    ASSERT_EQ(chown(path_.c_str(), 4321, 4321), 0);
-  }
-  Save(path_);
-  struct stat status;
-  ASSERT_EQ(stat(path_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0640u);
-  if (root) {
-    EXPECT_EQ(status.st_uid, 4321u);
-  }
-
-  ASSERT_EQ(chmod(path_.c_str(), 0444), 0);
-  const ModelFileBlocks::Bytes before = ModelFileBlocks::ReadFile(path_);
-  notes_.notes[doc_->RuntimeSerialNumber()] = L"changed";
-  std::wstring error;
-  EXPECT_FALSE(TsWriteModelFile(*doc_, path_, error));
-  EXPECT_EQ(error, L"Could not write " + Name(path_) +
-                       L": the file is read-only. Save the model under another name with SaveAs.");
-  EXPECT_EQ(ModelFileBlocks::ReadFile(path_), before);
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ class TarsaPlugInLoaderTest : public HostSessionTest {
 };
 
 // A module whose load throws: the transcript refused_module.
-TEST_F(TarsaPlugInLoaderTest, BrokenModulesAreRefusedWithTheirReasonAndLeaveTheHostAsItWas) {
+TEST_F(TarsaPlugInLoaderTest,
+       BrokenModulesAreRefusedWithTheirReasonAndABareNameIsInTheCurrentFolder) {
   const struct {
     const char* path;
     const wchar_t* shown;
@@ -45,9 +46,7 @@ TEST_F(TarsaPlugInLoaderTest, BrokenModulesAreRefusedWithTheirReasonAndLeaveTheH
   EXPECT_EQ(missing.rfind(L"Could not load /nonexistent/Korvo.tsp: ", 0), 0u) << missing;
   const std::wstring directory = Refused("/tmp");
   EXPECT_EQ(directory.rfind(L"Could not load /tmp: ", 0), 0u) << directory;
-}
 
-TEST_F(TarsaPlugInLoaderTest, ABareFileNameIsAModuleInTheCurrentFolder) {
   char here[4096];
   ASSERT_NE(getcwd(here, sizeof here), nullptr);
   const std::string module = KORVO;

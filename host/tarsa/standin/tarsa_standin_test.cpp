@@ -29,7 +29,8 @@ class TarsaStandInTest : public ::testing::Test {
   void TearDown() override { CTarsaStandIn::Reset(); }
 };
 
-TEST_F(TarsaStandInTest, SerialNumbersAreNeverGivenTwiceAndTheNewestOpenDocumentIsActive) {
+TEST_F(TarsaStandInTest,
+       DocumentsGetSerialNumbersOnceTheNewestIsActiveAndStanceChangesAreLoggedByDocument) {
   CTarsaDoc* first = CTarsaStandIn::NewDocument();
   CTarsaDoc* second = CTarsaStandIn::NewDocument();
   const unsigned int closed = second->RuntimeSerialNumber();
@@ -43,9 +44,7 @@ TEST_F(TarsaStandInTest, SerialNumbersAreNeverGivenTwiceAndTheNewestOpenDocument
   CTarsaStandIn::Reset();
   EXPECT_EQ(TarsaApp().ObsoleteActiveDoc(), nullptr);
   EXPECT_EQ(CTarsaStandIn::NewDocument()->RuntimeSerialNumber(), closed + 1);
-}
 
-TEST_F(TarsaStandInTest, StanceChangesAreLoggedByDocumentAndHandedToTheHandler) {
   CTarsaDoc* a = CTarsaStandIn::NewDocument();
   CTarsaDoc* b = CTarsaStandIn::NewDocument();
   std::vector<CTarsaDoc*> handled;

@@ -31,7 +31,7 @@ class CommandLineAnswersTest : public HostSessionTest {
 };
 
 // Each question shows what it proposes, which Enter takes; only Yes replaces or deletes.
-TEST_F(CommandLineAnswersTest, TextsYesNoAndLabelsAreAskedWithWhatEnterTakes) {
+TEST_F(CommandLineAnswersTest, TextsYesNoLabelsAndMenusAreAskedWithWhatEnterTakes) {
   Type({L"", L"\"Side view\"", L"_Escape", L"y", L"", L"No", L"_Escape", L"", L"Back"});
   std::wstring name;
   ASSERT_TRUE(answers_.AskText(L"Save Position", L"Save current object positions as:",
@@ -54,9 +54,7 @@ TEST_F(CommandLineAnswersTest, TextsYesNoAndLabelsAreAskedWithWhatEnterTakes) {
             L"Replace it? <No> ( Yes No ): y\nReplace it? <No> ( Yes No ):\n"
             L"Replace it? <No> ( Yes No ): No\nReplace it? <No> ( Yes No ): _Escape\n"
             L"New label <Front>:\nNew label <Front>: Back\n");
-}
 
-TEST_F(CommandLineAnswersTest, AMenuIsChosenFromByTheBeginningOfAnItem) {
   Type({L"save", L"_RenameStance", L"", L"re", L"Update Restore"});
   EXPECT_EQ(Choose(), 106u);
   EXPECT_EQ(Choose(), 104u);

@@ -6,8 +6,6 @@
 
 namespace {
 
-using Words = std::vector<std::wstring>;
-
 using CompletionTest = StanceDocumentTest;
 
 // The options a prompt shows, without their values; command names at the command prompt, with
@@ -19,7 +17,7 @@ TEST_F(CompletionTest, OffersWhatThePromptTakesThatBeginsWithTheWord) {
   const struct {
     std::wstring prompt;
     const wchar_t* word;
-    Words offered;
+    std::vector<std::wstring> offered;
   } cases[] = {
       {options, L"re", {L"Restore"}},
       {options, L"vis", {L"Visible"}},

@@ -9,15 +9,13 @@ namespace {
 
 class HelpTexts : public StanceDocumentTest {};
 
-TEST_F(HelpTexts, EveryCommandHasHelpOfItsOwn) {
+TEST_F(HelpTexts, EveryCommandHasHelpOfItsOwnAndStanceExplainsEveryOptionItsPromptOffers) {
   const std::wstring unknown = TsHelpSummary(L"NoSuchCommand");
   for (CTarsaCommand* command : CTarsaStandIn::Commands()) {
     const std::wstring name = command->EnglishCommandName();
     EXPECT_NE(TsHelpSummary(name), unknown) << name;
   }
-}
 
-TEST_F(HelpTexts, StanceExplainsEveryOptionItsPromptOffers) {
   CTarsaStandIn::CommandLine().RunScript(L"-_Stance _Enter", 1);
   const std::wstring shown = CTarsaStandIn::CommandLine().TakeOutput();
   const size_t at = shown.find(L"Choose stance option");

@@ -18,7 +18,7 @@ Parsed Parse(std::vector<std::string> arguments) {
   return parsed;
 }
 
-TEST(ProgramOptions, TakesAModelAndTheOptionsInAnyOrder) {
+TEST(ProgramOptions, TakesAModelAndTheOptionsInAnyOrderAndRefusesWhatItCannotUseWithOneLine) {
   const Parsed parsed = Parse({"--uuid-seed", "42", "model.tsm", "--script", "s.tsc", "--plugin",
                                "/x/K.tsp", "--undo-limit", "64"});
   ASSERT_TRUE(parsed.ok) << parsed.error;
@@ -26,9 +26,7 @@ TEST(ProgramOptions, TakesAModelAndTheOptionsInAnyOrder) {
   EXPECT_EQ(std::tie(o.m_model, o.m_script, o.m_plugin, o.m_seeded, o.m_seed, o.m_undo_limit_mb),
             std::make_tuple("model.tsm", "s.tsc", "/x/K.tsp", true, 42ull, 64ull));
   EXPECT_EQ(Parse({}).options.m_undo_limit_mb, 256u);
-}
 
-TEST(ProgramOptions, RefusesWhatItCannotUseWithOneLine) {
   const std::pair<std::vector<std::string>, std::string> cases[] = {
       {{"--frob"}, "unknown option --frob (tarsa --help lists the options)"},
       {{"--script"}, "the option --script needs a value"},
@@ -42,9 +40,9 @@ TEST(ProgramOptions, RefusesWhatItCannotUseWithOneLine) {
       {{"--no-plugin", "--plugin", "K.tsp"}, "--plugin and --no-plugin contradict each other"},
   };
   for (const auto& [arguments, error] : cases) {
-    const Parsed parsed = Parse(arguments);
-    EXPECT_FALSE(parsed.ok) << arguments[0];
-    EXPECT_EQ(parsed.error, error);
+    const Parsed refused = Parse(arguments);
+    EXPECT_FALSE(refused.ok) << arguments[0];
+    EXPECT_EQ(refused.error, error);
   }
 }
 

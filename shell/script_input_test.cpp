@@ -31,7 +31,7 @@ class ScriptInputTest : public HostSessionTest {
   CTarsaScriptInput input_;
 };
 
-TEST_F(ScriptInputTest, SkipsCommentsAndRunsPushedFilesBeforeTheRest) {
+TEST_F(ScriptInputTest, SkipsCommentsAndRunsPushedFilesBeforeTheRestAndRefusesAFolder) {
   std::wstring line;
   ASSERT_TRUE(Read(line));
   EXPECT_EQ(line, L"Box");
@@ -41,11 +41,8 @@ TEST_F(ScriptInputTest, SkipsCommentsAndRunsPushedFilesBeforeTheRest) {
   EXPECT_EQ(line, L"Point");
   ASSERT_TRUE(input_.PushScriptFile(Write("inner.tsc", "Copy"), error));
   EXPECT_EQ(ReadAll(), (std::vector<std::wstring>{L"Copy", L"Move", L"", L"List"}));
-}
 
-// A missing script: the transcripts mistakes and unreadable_script.
-TEST_F(ScriptInputTest, RefusesAFolder) {
-  std::wstring error;
+  // A missing script: the transcripts mistakes and unreadable_script.
   EXPECT_FALSE(input_.PushScriptFile(testing::TempDir(), error));
   EXPECT_EQ(error,
             L"Cannot read the script " + ZK_wString::FromUtf8(testing::TempDir()).Text() + L".");

@@ -26,7 +26,7 @@ void ExpectAt(const TsProjected& p, double x, double y, double depth = NAN,
   }
 }
 
-TEST(CameraTest, StandardViewsProjectAlongTheModelsAxes) {
+TEST(CameraTest, StandardViewsAndAPerspectiveProjectAsTheyShouldAndFitShowsEveryPoint) {
   const TsVec3 p{1, 2, 3};
   // Top: x to the right, y up, z toward the viewer.
   ExpectAt(CameraAt(TsStandardView::top).Project(p), 110, 30, 3);
@@ -40,9 +40,7 @@ TEST(CameraTest, StandardViewsProjectAlongTheModelsAxes) {
   ExpectAt(iso.Project({1, 0, 0}), 100 + 10 / std::sqrt(2.0), 50 + 10 / std::sqrt(6.0));  // down
   ExpectAt(iso.Project({0, 1, 0}), 100 + 10 / std::sqrt(2.0), 50 - 10 / std::sqrt(6.0));  // up
   ExpectAt(iso.Project({0, 0, 1}), 100, 50 - 10 * std::sqrt(2.0 / 3.0));
-}
 
-TEST(CameraTest, APerspectiveShowsNearerPointsFartherOut) {
   const TsCamera camera = CameraAt(TsStandardView::top, TsProjection::perspective);
   const double f = camera.FocalLength();
   EXPECT_NEAR(f, 100 / std::tan(20 * 3.14159265358979323846 / 180), 1e-9);
@@ -53,6 +51,36 @@ TEST(CameraTest, APerspectiveShowsNearerPointsFartherOut) {
   ExpectAt(camera.Project({1, 0, 2}), 100 + f / (eye - 2), 50, 2);
   ExpectAt(camera.Project({1, 0, -2}), 100 + f / (eye + 2), 50, -2);
   EXPECT_FALSE(camera.Project({0, 0, eye + 1}).visible) << "behind the eye";
+
+  // Fit shows every point inside the margins.
+  for (const TsProjection projection : {TsProjection::orthographic, TsProjection::perspective}) {
+    for (const TsStandardView view :
+         {TsStandardView::top, TsStandardView::front, TsStandardView::right, TsStandardView::iso}) {
+      TsCamera fitted = CameraAt(view, projection);
+      const std::vector<TsVec3> points = {{0, 0, 0}, {12, 8, 1}, {2, 2, 6}, {13, 4.4, 3.4}};
+      ASSERT_TRUE(fitted.Fit(points, 20));
+      double left = 1e9, right = -1e9, top = 1e9, bottom = -1e9;
+      for (const TsVec3& p : points) {
+        const TsProjected q = fitted.Project(p);
+        left = std::min(left, q.x);
+        right = std::max(right, q.x);
+        top = std::min(top, q.y);
+        bottom = std::max(bottom, q.y);
+      }
+      EXPECT_GE(left, 20 - 1e-6);
+      EXPECT_LE(right, 180 + 1e-6);
+      EXPECT_GE(top, 20 - 1e-6);
+      EXPECT_LE(bottom, 80 + 1e-6);
+      if (projection == TsProjection::orthographic) {
+        // One side of the extent touches its margins.
+        EXPECT_TRUE(std::fabs(left - 20) < 1e-6 || std::fabs(top - 20) < 1e-6);
+      }
+    }
+  }
+  TsCamera single = CameraAt(TsStandardView::top);
+  EXPECT_FALSE(single.Fit({}, 20));
+  EXPECT_TRUE(single.Fit({{4, 4, 4}}, 20));  // a single point goes to the centre
+  ExpectAt(single.Project({4, 4, 4}), 100, 50, 0);
 }
 
 TEST(CameraTest, OrbitTurnsAboutTheTargetAndPanAndZoomKeepWhatIsUnderThePointer) {
@@ -78,36 +106,4 @@ TEST(CameraTest, OrbitTurnsAboutTheTargetAndPanAndZoomKeepWhatIsUnderThePointer)
   ExpectAt(top.Project({3, -2, 0}), under.x, under.y);
   EXPECT_NEAR(top.Scale(), 25, 1e-12);
 }
-
-TEST(CameraTest, FitShowsEveryPointInsideTheMargins) {
-  for (const TsProjection projection : {TsProjection::orthographic, TsProjection::perspective}) {
-    for (const TsStandardView view :
-         {TsStandardView::top, TsStandardView::front, TsStandardView::right, TsStandardView::iso}) {
-      TsCamera camera = CameraAt(view, projection);
-      const std::vector<TsVec3> points = {{0, 0, 0}, {12, 8, 1}, {2, 2, 6}, {13, 4.4, 3.4}};
-      ASSERT_TRUE(camera.Fit(points, 20));
-      double left = 1e9, right = -1e9, top = 1e9, bottom = -1e9;
-      for (const TsVec3& p : points) {
-        const TsProjected q = camera.Project(p);
-        left = std::min(left, q.x);
-        right = std::max(right, q.x);
-        top = std::min(top, q.y);
-        bottom = std::max(bottom, q.y);
-      }
-      EXPECT_GE(left, 20 - 1e-6);
-      EXPECT_LE(right, 180 + 1e-6);
-      EXPECT_GE(top, 20 - 1e-6);
-      EXPECT_LE(bottom, 80 + 1e-6);
-      if (projection == TsProjection::orthographic) {
-        // One side of the extent touches its margins.
-        EXPECT_TRUE(std::fabs(left - 20) < 1e-6 || std::fabs(top - 20) < 1e-6);
-      }
-    }
-  }
-  TsCamera camera = CameraAt(TsStandardView::top);
-  EXPECT_FALSE(camera.Fit({}, 20));
-  EXPECT_TRUE(camera.Fit({{4, 4, 4}}, 20));  // a single point goes to the centre
-  ExpectAt(camera.Project({4, 4, 4}), 100, 50, 0);
-}
-
 }  // namespace

@@ -33,7 +33,7 @@ bool Before(const std::vector<std::string>& order, const std::string& a, const s
   return ia != order.end() && ib != order.end() && ia < ib;
 }
 
-TEST(DepthOrderTest, ASmallBoxBehindALargePlateComesFirstWhateverTheirCentres) {
+TEST(DepthOrderTest, WhatIsBehindOrInsideComesFirstWhateverTheCentresAndALineThroughABoxAfterIt) {
   // From the iso view the box at the plate's far corner is behind the plate's top face, though
   // its centre is nearer than the plate's: sorting by centres would paint the plate over it.
   for (const bool first : {true, false}) {
@@ -53,9 +53,7 @@ TEST(DepthOrderTest, ASmallBoxBehindALargePlateComesFirstWhateverTheirCentres) {
   EXPECT_TRUE(Before(Order(row, Camera(TsStandardView::front)), "back", "near"));
   EXPECT_TRUE(
       Before(Order(row, Camera(TsStandardView::front, TsProjection::perspective)), "back", "near"));
-}
 
-TEST(DepthOrderTest, ABoxInsideAnotherComesFirstAndALineThroughABoxComesAfterIt) {
   std::vector<TsSceneObject> scene = {TestBox("housing", {2, 2, 1}, {10, 6, 5}),
                                       TestBox("impeller", {5, 3, 2}, {7, 5, 4})};
   scene.push_back(TestShape(TsShapeKind::polyline, "shaft", {{0, 4, 3}, {12, 4, 3}}));

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <set>
+#include <tuple>
 
 #include "shell/drawing/frame.h"
 #include "shell/drawing/picking.h"
@@ -27,7 +28,7 @@ std::vector<const TsPrimitive*> PrimitivesOf(const TsFrame& frame, int object) {
   return drawn;
 }
 
-TEST(DrawingTest, ABoxShowsTheFacesTurnedToTheViewerEachShadedByItsNormal) {
+TEST(DrawingTest, ABoxShowsTheFacesTurnedToTheViewerLooksFollowTheStateAndOutlinesComeLast) {
   const std::vector<TsSceneObject> scene = {TestBox("cube", {0, 0, 0}, {1, 1, 1})};
   const TsFrame iso = TsDrawScene(scene, Fitted(scene, TsStandardView::iso), TsDrawOptions());
   const std::vector<const TsPrimitive*> faces = PrimitivesOf(iso, 0);
@@ -42,16 +43,14 @@ TEST(DrawingTest, ABoxShowsTheFacesTurnedToTheViewerEachShadedByItsNormal) {
   EXPECT_EQ(shades.size(), 3u) << "each face its own shade";
   const TsFrame top = TsDrawScene(scene, Fitted(scene, TsStandardView::top), TsDrawOptions());
   EXPECT_EQ(PrimitivesOf(top, 0).size(), 1u) << "only the top faces the viewer";
-}
 
-TEST(DrawingTest, LooksFollowTheStateAndOutlinesComeLastWithoutFill) {
-  std::vector<TsSceneObject> scene = {
+  std::vector<TsSceneObject> states = {
       TestBox("picked", {0, 0, 0}, {1, 1, 1}, TsObjectState::selected),
       TestBox("fixed", {2, 0, 0}, {3, 1, 1}, TsObjectState::locked),
       TestBox("preview", {0, 3, 0}, {1, 4, 1}, TsObjectState::outline),
       TestBox("front", {0, -3, 0}, {1, -2, 1})};
-  scene.push_back(TestShape(TsShapeKind::point, "", {{5, 5, 5}}));
-  const TsFrame frame = TsDrawScene(scene, Fitted(scene, TsStandardView::iso), TsDrawOptions());
+  states.push_back(TestShape(TsShapeKind::point, "", {{5, 5, 5}}));
+  const TsFrame frame = TsDrawScene(states, Fitted(states, TsStandardView::iso), TsDrawOptions());
   EXPECT_EQ(frame.order.back(), 2) << "the outline is drawn over everything";
   EXPECT_EQ(PrimitivesOf(frame, 0)[0]->stroke,
             TsLookOf(TsShapeKind::box, TsObjectState::selected).edge);
@@ -60,14 +59,14 @@ TEST(DrawingTest, LooksFollowTheStateAndOutlinesComeLastWithoutFill) {
             TsLookOf(TsShapeKind::box, TsObjectState::locked).edge);
   const std::vector<const TsPrimitive*> outline = PrimitivesOf(frame, 2);
   ASSERT_EQ(outline.size(), 1u);
-  EXPECT_EQ(outline[0]->kind, TsPrimitiveKind::segments);
-  EXPECT_EQ(outline[0]->count, 24u) << "all twelve edges";
-  EXPECT_TRUE(outline[0]->dashed);
-  EXPECT_EQ(outline[0]->fill.a, 0);
+  // All twelve edges, dashed, without fill.
+  EXPECT_EQ(
+      std::make_tuple(outline[0]->kind, outline[0]->count, outline[0]->dashed, outline[0]->fill.a),
+      std::make_tuple(TsPrimitiveKind::segments, 24u, true, 0));
   EXPECT_EQ(PrimitivesOf(frame, 4)[0]->kind, TsPrimitiveKind::dot);
 }
 
-TEST(DrawingTest, WhatTheViewportDoesNotShowIsNotDrawnAndAnEmptySceneDrawsNothing) {
+TEST(DrawingTest, WhatTheViewportDoesNotShowIsNotDrawnAndFromCloseUpOrFarOffWhatItCanIs) {
   const std::vector<TsSceneObject> scene = {TestBox("in", {0, 0, 0}, {1, 1, 1}),
                                             TestBox("out", {100, 0, 0}, {101, 1, 1})};
   TsCamera camera;
@@ -79,6 +78,27 @@ TEST(DrawingTest, WhatTheViewportDoesNotShowIsNotDrawnAndAnEmptySceneDrawsNothin
   EXPECT_FALSE(frame.objects[1].drawn);
   EXPECT_EQ(frame.order, std::vector<int>{0});
   EXPECT_TRUE(TsDrawScene({}, camera, TsDrawOptions()).primitives.empty());
+
+  // From close up or far off, what can be drawn is.
+  const std::vector<TsSceneObject> demo = DemoScene(false);
+  TsDrawOptions options;
+  options.text_width = TsApproximateTextWidth;
+  for (const TsProjection projection : {TsProjection::orthographic, TsProjection::perspective}) {
+    for (const double zoom : {1e15, 1e6, 1e-15}) {
+      TsCamera zoomed = Fitted(demo, TsStandardView::iso);
+      zoomed.SetProjection(projection);
+      zoomed.ZoomAt(zoom, 300, 200);
+      EXPECT_GE(zoomed.Scale(), 1e-9);
+      EXPECT_LE(zoomed.Scale(), 1e9);
+      const TsFrame drawn = TsDrawScene(demo, zoomed, options);
+      for (const TsPoint2& p : drawn.points) {
+        EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
+      }
+      for (const TsLabel& label : drawn.labels) {
+        EXPECT_TRUE(label.box.Intersects({0, 0, 640, 480}));
+      }
+    }
+  }
 }
 
 // Which box is nearest at a pixel: depth_order_test. Here what else a click and a window take.
@@ -101,28 +121,6 @@ TEST(DrawingTest, AClickFindsTheNearestObjectInFrontAndAWindowWhatIsWhollyInside
     const TsRect high = frame.objects[1].bounds.Inflated(2);
     EXPECT_EQ(TsPickInside(frame, scene, high), std::vector<int>{1});
     EXPECT_EQ(TsPickInside(frame, scene, {0, 0, 640, 480}), (std::vector<int>{0, 1, 3}));
-  }
-}
-
-TEST(DrawingTest, AViewFromCloseUpOrFarOffDrawsWhatItCan) {
-  const std::vector<TsSceneObject> scene = DemoScene(false);
-  TsDrawOptions options;
-  options.text_width = TsApproximateTextWidth;
-  for (const TsProjection projection : {TsProjection::orthographic, TsProjection::perspective}) {
-    for (const double zoom : {1e15, 1e6, 1e-15}) {
-      TsCamera camera = Fitted(scene, TsStandardView::iso);
-      camera.SetProjection(projection);
-      camera.ZoomAt(zoom, 300, 200);
-      EXPECT_GE(camera.Scale(), 1e-9);
-      EXPECT_LE(camera.Scale(), 1e9);
-      const TsFrame frame = TsDrawScene(scene, camera, options);
-      for (const TsPoint2& p : frame.points) {
-        EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
-      }
-      for (const TsLabel& label : frame.labels) {
-        EXPECT_TRUE(label.box.Intersects({0, 0, 640, 480}));
-      }
-    }
   }
 }
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 #include "shell/drawing/test_scenes.h"
 
 namespace {
@@ -25,7 +28,7 @@ void ExpectApart(const std::vector<TsLabel>& labels, double width, double height
   }
 }
 
-TEST(LabelsTest, NoTwoLabelsOfTheDemoOverlapInAnyStandardView) {
+TEST(LabelsTest, NoTwoLabelsOverlapTheFirstKeepsItsPlaceTheNextMovesOrIsDroppedNeverStacked) {
   for (const bool exploded : {false, true}) {
     for (const TsProjection projection : {TsProjection::orthographic, TsProjection::perspective}) {
       for (const TsStandardView view : {TsStandardView::top, TsStandardView::front,
@@ -45,9 +48,7 @@ TEST(LabelsTest, NoTwoLabelsOfTheDemoOverlapInAnyStandardView) {
       }
     }
   }
-}
 
-TEST(LabelsTest, TheLabelThatComesFirstKeepsItsPlaceAndTheNextMovesWithALeader) {
   // Two small objects side by side, each asking for the place above it: the selected one keeps
   // it, the other is moved away with a leader back to its object, or dropped.
   std::vector<TsLabelRequest> requests(2);
@@ -62,20 +63,18 @@ TEST(LabelsTest, TheLabelThatComesFirstKeepsItsPlaceAndTheNextMovesWithALeader) 
   requests[1].priority = -1;
   const std::vector<TsLabel> labels = TsPlaceLabels(requests, 400, 300);
   ASSERT_EQ(labels.size(), 2u);
-  EXPECT_EQ(labels[0].text, "first");
-  EXPECT_FALSE(labels[0].leader);
-  EXPECT_EQ(labels[0].box.bottom, 102 - 3) << "just above its anchor";
-  EXPECT_EQ(labels[0].box.left, 106 + 3) << "and to its right";
+  // The first just above its anchor and to its right.
+  EXPECT_EQ(
+      std::make_tuple(labels[0].text, labels[0].leader, labels[0].box.bottom, labels[0].box.left),
+      std::make_tuple(std::string("first"), false, 102.0 - 3, 106.0 + 3));
   EXPECT_EQ(labels[1].text, "second");
   EXPECT_FALSE(labels[0].box.Intersects(labels[1].box));
   if (labels[1].leader) {
     EXPECT_EQ(labels[1].leader_to, (TsPoint2{102, 102}));
   }
-}
 
-TEST(LabelsTest, WhereThereIsNoRoomLabelsAreDroppedNeverStacked) {
   // A hundred objects in a viewport with room for a few labels.
-  std::vector<TsLabelRequest> requests;
+  std::vector<TsLabelRequest> crowd;
   for (int i = 0; i < 100; ++i) {
     TsLabelRequest request;
     request.object = i;
@@ -84,12 +83,11 @@ TEST(LabelsTest, WhereThereIsNoRoomLabelsAreDroppedNeverStacked) {
     request.height = 12;
     request.around = {20.0 + i % 10, 20.0 + i / 10, 21.0 + i % 10, 21.0 + i / 10};
     request.anchor = {request.around.left, request.around.top};
-    requests.push_back(request);
+    crowd.push_back(request);
   }
-  const std::vector<TsLabel> labels = TsPlaceLabels(requests, 120, 90);
-  EXPECT_GT(labels.size(), 2u);
-  EXPECT_LT(labels.size(), 20u);
-  ExpectApart(labels, 120, 90);
+  const std::vector<TsLabel> placed = TsPlaceLabels(crowd, 120, 90);
+  EXPECT_GT(placed.size(), 2u);
+  EXPECT_LT(placed.size(), 20u);
+  ExpectApart(placed, 120, 90);
 }
-
 }  // namespace

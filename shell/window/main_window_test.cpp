@@ -135,11 +135,17 @@ class MainWindowTest : public StanceDocumentTest {
   UserSteps user_;
 };
 
-TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLineGoesOn) {
+// Then the command line goes on: the options of its prompts are links that wrap, and the typing
+// field completes and recalls lines.
+TEST_F(MainWindowTest, ThePanelsSavePicksUntilARightClickAndTheLineGoesOnWithLinksAndCompletion) {
   const ZK_UUID lid = AddNamed(L"lid");
   const ZK_UUID base = AddNamed(L"base");
   Move(base, ZK_Xform::Translation(5, 0, 0));
+  Save(L"Front", {lid});
   std::vector<ZK_UUID> picked_first;
+  std::vector<std::wstring> offered;
+  int input_width = 0;
+  QString completed, recalled;
   // Idle, then while Move waits for its objects: the panel's Save cancels Move first.
   RunUser({At(L"Command:", [&] { ClickSave(); }), NameDialog("Open"),
            At(L"Select objects", [&] { Click(On(lid)); }),
@@ -152,21 +158,7 @@ TEST_F(MainWindowTest, ThePanelsSaveAsksThenPicksUntilARightClickAndTheCommandLi
            TypeAt(L"Command:", "Move"), At(L"Select objects", [&] { ClickSave(); }),
            NameDialog("Shut"), At(L"Select objects", [&] { Click(On(lid)); }),
            TypeAt(L"Select objects", ""), TypeAt(L"Command:", "List"),
-           TypeAt(L"Command:", "-Exit")});
-  EXPECT_EQ(Members(L"Open"), (std::vector<ZK_UUID>{lid, base}));
-  EXPECT_EQ(Members(L"Shut"), std::vector<ZK_UUID>{lid});
-  EXPECT_EQ(picked_first, std::vector<ZK_UUID>{lid});
-  EXPECT_TRUE(Shown().contains("): _Save\n")) << "the panel's action shows";
-  EXPECT_TRUE(Shown().contains("Select objects: lid")) << "each pick shows";
-  EXPECT_TRUE(Shown().contains("Command: List\n")) << "the line after the actions is taken";
-}
-
-TEST_F(MainWindowTest, PromptOptionsAreLinksThatWrapAndTheLineCompletesAndRecalls) {
-  Save(L"Front", {AddNamed(L"lid")});
-  std::vector<std::wstring> offered;
-  int input_width = 0;
-  QString completed, recalled;
-  RunUser({TypeAt(L"Command:", "-Stance"),
+           TypeAt(L"Command:", "-Stance"),
            At(L"Choose stance option",
               [&] {
                 offered = window_->OptionLabels();
@@ -190,11 +182,17 @@ TEST_F(MainWindowTest, PromptOptionsAreLinksThatWrapAndTheLineCompletesAndRecall
              recalled = window_->Input()->text();
              Type("-Exit");
            })});
+  EXPECT_EQ(Members(L"Open"), (std::vector<ZK_UUID>{lid, base}));
+  EXPECT_EQ(Members(L"Shut"), std::vector<ZK_UUID>{lid});
+  EXPECT_EQ(picked_first, std::vector<ZK_UUID>{lid});
+  EXPECT_TRUE(Shown().contains("): _Save\n")) << "the panel's action shows";
+  EXPECT_TRUE(Shown().contains("Select objects: lid")) << "each pick shows";
+  EXPECT_TRUE(Shown().contains("Command: List\n")) << "the line after the actions is taken";
   EXPECT_EQ(offered, (std::vector<std::wstring>{L"List", L"Save", L"Restore", L"Delete", L"Rename",
                                                 L"Select", L"Update", L"Append", L"Visible"}));
   EXPECT_EQ(window_->width(), 1000) << "the options wrap within the window";
   EXPECT_GT(input_width, 600) << "the typing field keeps its width";
-  EXPECT_TRUE(Shown().contains("Front"));
+  EXPECT_TRUE(Shown().contains("Front")) << "the stances listed";
   EXPECT_EQ(completed, "SelNone ");
   EXPECT_EQ(recalled, "-Stance");
 }

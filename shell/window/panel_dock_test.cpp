@@ -107,7 +107,7 @@ TEST_F(PanelDockTest, ShowsTheHostPanelsListAndButtonsAndFollowsItsSelection) {
                                                  L"!-_Stance _Select \"Closed\" _ENTER"}));
 }
 
-TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefault) {
+TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefaultAndALabelEditRenames) {
   const ZK_UUID lid = AddNamed(L"lid");
   Save(L"Shut", {lid});
   const std::vector<ZK_3dPoint> saved = Placement(lid);
@@ -149,17 +149,13 @@ TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefault) {
   });
   emit dock_->List()->customContextMenuRequested(QPoint(5, 5));
   EXPECT_TRUE(Macros().empty()) << "a dismissed menu does nothing";
-}
 
-TEST_F(PanelDockTest, ALabelEditRenamesThroughTheCommandAndEscapeKeepsTheName) {
-  Save(L"Front", {AddNamed(L"lid")});
-  Open();
-  Select(0);
+  // A label edit renames through the command; Escape keeps the name.
   const auto edit = [this](const QString& text, int key) {
     ThenUser([this, text, key] {
       auto* editor = dock_->findChild<QLineEdit*>("label_editor");
       if (editor == nullptr || !editor->isVisible()) return false;
-      EXPECT_EQ(editor->text().toStdWString(), L"Front") << "the editor starts from the name";
+      EXPECT_EQ(editor->text().toStdWString(), L"Shut") << "the editor starts from the name";
       editor->setText(text);
       Press(editor, key);
       return true;
@@ -168,10 +164,10 @@ TEST_F(PanelDockTest, ALabelEditRenamesThroughTheCommandAndEscapeKeepsTheName) {
   };
   edit("Back", Qt::Key_Escape);
   EXPECT_TRUE(Macros().empty());
-  EXPECT_EQ(Shown(), std::vector<std::wstring>{L"Front"});
+  EXPECT_EQ(Shown(), std::vector<std::wstring>{L"Shut"});
 
   edit("Back", Qt::Key_Return);
-  EXPECT_EQ(Macros(), std::vector<std::wstring>{L"!-_Stance _Rename \"Front\" \"Back\" _ENTER"});
+  EXPECT_EQ(Macros(), std::vector<std::wstring>{L"!-_Stance _Rename \"Shut\" \"Back\" _ENTER"});
   EXPECT_NE(Table().FindByName(L"Back"), nullptr);
   EXPECT_EQ(Shown(), std::vector<std::wstring>{L"Back"});
   TakeStanceChanges();

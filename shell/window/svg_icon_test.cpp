@@ -12,7 +12,7 @@ bool Inked(const QImage& image, int x, int y) { return qAlpha(image.pixel(x, y))
 
 // The drawing is Qt's; what is ours is that its viewBox fills the square asked for, on a
 // transparent ground, and that text which is no whole SVG document gives no picture.
-TEST(SvgIconTest, TheViewBoxFillsTheSquareOnATransparentGround) {
+TEST(SvgIconTest, TheViewBoxFillsTheSquareOnATransparentGroundAndTextThatIsNoDrawingGivesNone) {
   const char* svg = R"(<svg viewBox="0 0 16 16"><rect x="8" y="8" width="8" height="8"
     fill="#FF0000"/></svg>)";
   const QImage small = TsPaintSvg(svg, 16).toImage();
@@ -21,9 +21,7 @@ TEST(SvgIconTest, TheViewBoxFillsTheSquareOnATransparentGround) {
   const QImage big = TsPaintSvg(svg, 32).toImage();
   EXPECT_TRUE(Inked(big, 20, 20));
   EXPECT_FALSE(Inked(big, 12, 12));
-}
 
-TEST(SvgIconTest, TextThatIsNoDrawingGivesNoPicture) {
   for (const char* text : {static_cast<const char*>(nullptr), "not a drawing",
                            "<svg viewBox=\"0 0 16 16\"><rect", "<html><body/></html>"}) {
     EXPECT_TRUE(TsPaintSvg(text, 16).isNull()) << (text ? text : "null");

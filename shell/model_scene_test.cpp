@@ -52,7 +52,18 @@ TEST_F(ModelSceneTest, TheSceneHoldsWhatIsNotHiddenEachInTheLookOfItsState) {
 }
 
 // How a scene is drawn, labelled and ordered is the drawing's; here the picture's view and size.
-TEST_F(ModelSceneTest, APictureDrawsTheModelFromTheSideAskedAtItsSize) {
+TEST_F(ModelSceneTest, APictureOfAnyModelDrawsItFromTheSideAskedAtItsSizeOrSaysWhyNot) {
+  EXPECT_NE(TsPictureSvg(*doc_, TsStandardView::iso).find("</svg>"), std::string::npos);
+  Add(new ZK_Point({3, 3, 3}), L"only");
+  EXPECT_EQ(TsPictureSvg(*doc_, TsStandardView::front).find("nan"), std::string::npos);
+  std::wstring error;
+  EXPECT_FALSE(TsWritePictureSvg(*doc_, TsStandardView::top, "/nonexistent/folder/top.svg", error));
+  EXPECT_EQ(error, L"Could not write the picture /nonexistent/folder/top.svg.");
+  TsStandardView view;
+  EXPECT_TRUE(TsViewNamed(L"fRoNt", view));
+  EXPECT_EQ(view, TsStandardView::front);
+  EXPECT_FALSE(TsViewNamed(L"Back", view));
+
   const CTarsaObject* low = Add(new ZK_Box({0, 0, 0}, {10, 10, 1}), L"low");
   Add(new ZK_Box({4, 4, 1}, {6, 6, 3}), L"high");
   const std::string low_iso = Group(low);
@@ -64,18 +75,4 @@ TEST_F(ModelSceneTest, APictureDrawsTheModelFromTheSideAskedAtItsSize) {
   EXPECT_NE(top.find("<title>Top view</title>"), std::string::npos);
   EXPECT_NE(top.find(R"(width="780.0" height="780.0")"), std::string::npos) << top.substr(0, 200);
 }
-
-TEST_F(ModelSceneTest, AnEmptyOrFlatModelGivesAPictureAndABadPathAMessage) {
-  EXPECT_NE(TsPictureSvg(*doc_, TsStandardView::iso).find("</svg>"), std::string::npos);
-  Add(new ZK_Point({3, 3, 3}), L"only");
-  EXPECT_EQ(TsPictureSvg(*doc_, TsStandardView::front).find("nan"), std::string::npos);
-  std::wstring error;
-  EXPECT_FALSE(TsWritePictureSvg(*doc_, TsStandardView::top, "/nonexistent/folder/top.svg", error));
-  EXPECT_EQ(error, L"Could not write the picture /nonexistent/folder/top.svg.");
-  TsStandardView view;
-  EXPECT_TRUE(TsViewNamed(L"fRoNt", view));
-  EXPECT_EQ(view, TsStandardView::front);
-  EXPECT_FALSE(TsViewNamed(L"Back", view));
-}
-
 }  // namespace

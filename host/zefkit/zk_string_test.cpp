@@ -47,7 +47,7 @@ TEST(ZkString, FormatsWideStringsAndTheUsualConversionsTrimsAndConcatenates) {
 
 // Copies share their characters until one changes: every change leaves the other copies as they
 // were, even when the change reads the string's own characters.
-TEST(ZkString, ChangingACopyLeavesTheOthersAsTheyWere) {
+TEST(ZkString, ChangingACopyLeavesTheOthersAsTheyWereAndAppendsKeepEveryCharacter) {
   const ZK_wString original(L"Stance 1");
   ZK_wString appended = original;
   appended += L" - Copy";
@@ -73,9 +73,8 @@ TEST(ZkString, ChangingACopyLeavesTheOthersAsTheyWere) {
   EXPECT_EQ(cut, L"Sta");
   EXPECT_EQ(original.CaseFolded(), L"stance 1");
   EXPECT_EQ(original, L"Stance 1");
-}
 
-TEST(ZkString, AppendingOneCharacterAtATimeKeepsEveryCharacterAndTheTerminator) {
+  // Appending one character at a time keeps every character and the terminator.
   ZK_wString text;
   ZK_wString before;  // shares the text's characters, so that each append must copy them
   std::wstring expected;

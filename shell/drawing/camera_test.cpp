@@ -26,7 +26,7 @@ void ExpectAt(const TsProjected& p, double x, double y, double depth = NAN,
   }
 }
 
-TEST(CameraTest, StandardViewsAndAPerspectiveProjectAsTheyShouldAndFitShowsEveryPoint) {
+TEST(CameraTest, ViewsProjectAsTheyShouldFitShowsEveryPointAndMovesKeepWhatTheyShould) {
   const TsVec3 p{1, 2, 3};
   // Top: x to the right, y up, z toward the viewer.
   ExpectAt(CameraAt(TsStandardView::top).Project(p), 110, 30, 3);
@@ -81,29 +81,29 @@ TEST(CameraTest, StandardViewsAndAPerspectiveProjectAsTheyShouldAndFitShowsEvery
   EXPECT_FALSE(single.Fit({}, 20));
   EXPECT_TRUE(single.Fit({{4, 4, 4}}, 20));  // a single point goes to the centre
   ExpectAt(single.Project({4, 4, 4}), 100, 50, 0);
-}
 
-TEST(CameraTest, OrbitTurnsAboutTheTargetAndPanAndZoomKeepWhatIsUnderThePointer) {
-  TsCamera camera = CameraAt(TsStandardView::iso);
-  camera.SetTarget({5, 5, 5});
+  // An orbit turns about the target; a pan and a zoom keep what is under the pointer.
+  TsCamera orbiting = CameraAt(TsStandardView::iso);
+  orbiting.SetTarget({5, 5, 5});
   const TsVec3 point{7, 3, 6};
-  const TsProjected before = camera.Project(point);
-  camera.Orbit(40, -25);
-  ExpectAt(camera.Project({5, 5, 5}), 100, 50, 0);  // the target stays at the centre
-  EXPECT_GT(std::hypot(camera.Project(point).x - before.x, camera.Project(point).y - before.y), 1);
-  camera.Orbit(0, 25);
-  camera.Orbit(-40, 0);
-  ExpectAt(camera.Project(point), before.x, before.y, before.depth, 1e-6);
+  const TsProjected before = orbiting.Project(point);
+  orbiting.Orbit(40, -25);
+  ExpectAt(orbiting.Project({5, 5, 5}), 100, 50, 0);  // the target stays at the centre
+  EXPECT_GT(std::hypot(orbiting.Project(point).x - before.x, orbiting.Project(point).y - before.y),
+            1);
+  orbiting.Orbit(0, 25);
+  orbiting.Orbit(-40, 0);
+  ExpectAt(orbiting.Project(point), before.x, before.y, before.depth, 1e-6);
 
   // A drag by (30, -20) moves every point by as much.
-  camera.Pan(30, -20);
-  ExpectAt(camera.Project(point), before.x + 30, before.y - 20);
+  orbiting.Pan(30, -20);
+  ExpectAt(orbiting.Project(point), before.x + 30, before.y - 20);
 
   // Zooming at a pixel keeps the target plane's point under it.
-  TsCamera top = CameraAt(TsStandardView::top);
-  const TsProjected under = top.Project({3, -2, 0});
-  top.ZoomAt(2.5, under.x, under.y);
-  ExpectAt(top.Project({3, -2, 0}), under.x, under.y);
-  EXPECT_NEAR(top.Scale(), 25, 1e-12);
+  TsCamera zoomed = CameraAt(TsStandardView::top);
+  const TsProjected under = zoomed.Project({3, -2, 0});
+  zoomed.ZoomAt(2.5, under.x, under.y);
+  ExpectAt(zoomed.Project({3, -2, 0}), under.x, under.y);
+  EXPECT_NEAR(zoomed.Scale(), 25, 1e-12);
 }
 }  // namespace

@@ -107,7 +107,7 @@ TEST_F(PanelDockTest, ShowsTheHostPanelsListAndButtonsAndFollowsItsSelection) {
                                                  L"!-_Stance _Select \"Closed\" _ENTER"}));
 }
 
-TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefaultAndALabelEditRenames) {
+TEST_F(PanelDockTest, TheMenuWithRestoreAsItsDefaultTheLabelEditorAndTheSaveDialogRunTheCommand) {
   const ZK_UUID lid = AddNamed(L"lid");
   Save(L"Shut", {lid});
   const std::vector<ZK_3dPoint> saved = Placement(lid);
@@ -171,18 +171,15 @@ TEST_F(PanelDockTest, TheContextMenuOffersTheActionsWithRestoreAsItsDefaultAndAL
   EXPECT_NE(Table().FindByName(L"Back"), nullptr);
   EXPECT_EQ(Shown(), std::vector<std::wstring>{L"Back"});
   TakeStanceChanges();
-}
 
-TEST_F(PanelDockTest, TheSaveDialogProposesANameAndAsksBeforeReplacing) {
-  Save(L"Front", {AddNamed(L"lid")});
-  Open();
+  // The save dialog proposes a name and asks before replacing.
   std::wstring proposed, prompt, question;
   ThenUser([&] {
     auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return false;
     proposed = dialog->textValue().toStdWString();
     prompt = dialog->labelText().toStdWString();
-    dialog->setTextValue("Front");
+    dialog->setTextValue("Back");
     ThenUser([&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       if (box == nullptr) return false;
@@ -196,11 +193,10 @@ TEST_F(PanelDockTest, TheSaveDialogProposesANameAndAsksBeforeReplacing) {
   Click(Panel::save_button);
   EXPECT_EQ(proposed, L"Position 01");
   EXPECT_EQ(prompt, L"Save current object positions as:");
-  EXPECT_EQ(question, L"The \"Front\" stance already exists, do you want to replace it?");
-  EXPECT_EQ(Macros(), std::vector<std::wstring>{L"!-_Stance _Save \"Front\" _PAUSE _ENTER"});
+  EXPECT_EQ(question, L"The \"Back\" stance already exists, do you want to replace it?");
+  EXPECT_EQ(Macros(), std::vector<std::wstring>{L"!-_Stance _Save \"Back\" _PAUSE _ENTER"});
   CTarsaStandIn::CommandLine().TakeOutput();
 }
-
 // How the panel stacks its buttons when narrow is the panel's; the dock sizes the panel as it is
 // sized, and places each control where the panel has it.
 TEST_F(PanelDockTest, TheStanceCommandOpensTheDockWhoseButtonsFollowThePanelsLayoutUntilClosed) {

@@ -29,8 +29,7 @@ class TarsaStandInTest : public ::testing::Test {
   void TearDown() override { CTarsaStandIn::Reset(); }
 };
 
-TEST_F(TarsaStandInTest,
-       DocumentsGetSerialNumbersOnceTheNewestIsActiveAndStanceChangesAreLoggedByDocument) {
+TEST_F(TarsaStandInTest, ASessionNumbersDocumentsOnceLogsTheirChangesAndResetDropsWhatItLeft) {
   CTarsaDoc* first = CTarsaStandIn::NewDocument();
   CTarsaDoc* second = CTarsaStandIn::NewDocument();
   const unsigned int closed = second->RuntimeSerialNumber();
@@ -55,14 +54,11 @@ TEST_F(TarsaStandInTest,
   EXPECT_EQ(CTarsaStandIn::TakeStanceChanges(),
             (std::vector<unsigned int>{b->RuntimeSerialNumber(), a->RuntimeSerialNumber()}));
   EXPECT_TRUE(CTarsaStandIn::TakeStanceChanges().empty());
-}
 
-TEST_F(TarsaStandInTest, ResetUnloadsThePlugInsThatLoadedAndDropsWhatTheSessionLeftBehind) {
   CountingPlugIn plug_in(true), refusing(false);
   ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(plug_in));
   ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(plug_in));  // already loaded: loaded once
   EXPECT_FALSE(CTarsaStandIn::LoadPlugIn(refusing));
-  CTarsaStandIn::NewDocument();
   TarsaMessageBox(L"text", L"caption", TS_MB_OK);
   CTarsaStandIn::SetTranslation(5, L"five");
 

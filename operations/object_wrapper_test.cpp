@@ -59,7 +59,7 @@ TEST_F(ObjectWrapperTest, ARestoreLandsExactlyOnTheSavedPlacementOrLeavesTheObje
   EXPECT_FALSE(CKorvoObjectWrapper(nullptr).ApplyStance(kStance));
 }
 
-TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableIsNotCommitted) {
+TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableOrDocumentIsNot) {
   const ZK_UUID light = AddLight();
   const CTarsaObject* before = Object(light);
   CKorvoObjectWrapper wrapper(before);
@@ -84,6 +84,11 @@ TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableIs
   EXPECT_FALSE(outside.ApplyStance(kStance));
   EXPECT_EQ(outside.m_working_copy, nullptr);
   EXPECT_EQ(doc_->LightTable().LightCount(), 1);
+
+  CTarsaStandIn::CloseDocument(serial_);  // with no document at all, the working copy goes too
+  ASSERT_NE(outside.GetEditableRecord(), nullptr);
+  EXPECT_FALSE(outside.Commit());
+  EXPECT_EQ(outside.m_working_copy, nullptr);
 }
 
 // Notes whether the plug-in's watcher was enabled while the host replaced an object.
@@ -109,16 +114,6 @@ TEST_F(ObjectWrapperTest, TheCommitPausesTheWatcherAndLeavesItAsItWas) {
     EXPECT_EQ(watcher.IsEnabled(), enabled);
   }
   watcher.UnRegister();
-}
-
-TEST(ObjectWrapperWithoutDocument, ACommitWithNoDocumentDestroysTheWorkingCopy) {
-  ASSERT_EQ(TarsaApp().ObsoleteActiveDoc(), nullptr);
-  CTarsaObject loose(new ZK_Box({0, 0, 0}, {1, 1, 1}));
-  CKorvoObjectWrapper wrapper(&loose);
-  ASSERT_NE(wrapper.GetEditableRecord(), nullptr);
-  EXPECT_FALSE(wrapper.Commit());
-  EXPECT_EQ(wrapper.m_working_copy, nullptr);
-  EXPECT_EQ(loose.GetGeometryUserData(CKorvoUserData::m_userdata_id), nullptr);
 }
 
 }  // namespace

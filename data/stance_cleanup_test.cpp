@@ -8,7 +8,8 @@ using StanceCleanupTest = StanceDocumentTest;
 
 // Hidden objects and lights carry their stances, and a nil id is never removed; each stance
 // removed is told to the host. However many scopes take their snapshot at the clean-up, undo puts
-// every stance back in place. A document that is gone has nothing cleaned up.
+// every stance back in place. A document that is gone has nothing cleaned up, and a scope open
+// when it went has nothing to record.
 TEST_F(StanceCleanupTest, RemovesEachStanceNoObjectCarriesUndoablyAndOnlyInAnOpenDocument) {
   const ZK_UUID light = AddLight();
   const ZK_UUID hidden = AddBox(TarsaObjectMode::hidden);
@@ -33,10 +34,14 @@ TEST_F(StanceCleanupTest, RemovesEachStanceNoObjectCarriesUndoablyAndOnlyInAnOpe
 
   AddEntries({L"Unused"});
   CKorvoDocData* table = &Table();
-  CTarsaStandIn::CloseDocument(serial_);
   TakeStanceChanges();
-  table->RemoveUnusedStances();
-  EXPECT_EQ(table->Count(), 4);
+  {
+    CKorvoUndoScope scope(*doc_);
+    CTarsaStandIn::CloseDocument(serial_);
+    table->RemoveUnusedStances();
+    EXPECT_EQ(table->Count(), 4);
+    table->RemoveAll();
+  }  // nothing to hand the snapshot to: it goes, with no leak
   EXPECT_EQ(TakeStanceChanges(), 0);
 }
 

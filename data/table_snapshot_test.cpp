@@ -66,10 +66,6 @@ TEST(TableSnapshotTest, ARunOfSavesHoldsEachStanceOnce) {
     ASSERT_LE(table.Snapshot()->OwnSize(),
               empty->OwnSize() + sizeof(CKorvoTableSnapshot::USER_DATA));
   }
-  CKorvoDocData restored;
-  restored.Restore(table.Snapshot());
-  EXPECT_TRUE(restored == table);
-
   Snapshot run = table.Snapshot();
   for (int i = 0; i < 300000; ++i) {
     run = CKorvoTableSnapshot::Make(run, run->Count(), {CKorvoTableSnapshot::USER_DATA{}});

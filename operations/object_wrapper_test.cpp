@@ -18,11 +18,25 @@ class ObjectWrapperTest : public StanceDocumentTest {
   bool Apply(const ZK_UUID& id) { return CKorvoObjectWrapper(Object(id)).ApplyStance(kStance); }
 };
 
+// Notes whether the plug-in's watcher was enabled while the host replaced an object.
+class ReplacementSpy : public CTarsaEventWatcher {
+ public:
+  void OnReplaceObject(CTarsaDoc&, CTarsaObject&, CTarsaObject&) override {
+    plug_in_watcher_enabled = KorvoPlugIn().EventWatcher()->IsEnabled();
+  }
+  bool plug_in_watcher_enabled = true;
+};
+
 // A box moved by `moved` and restored to `saved`: within 0.001 in every element it stays where it
 // is (the very object); otherwise it lands exactly on the saved placement, with the bottom row of
 // the move 0, 0, 0, 1 whatever noise the saved transform carries there, and the move taken out of
-// its last transform once, never again.
+// its last transform once, never again. Each commit pauses the watcher and leaves it as it was.
 TEST_F(ObjectWrapperTest, ARestoreLandsExactlyOnTheSavedPlacementOrLeavesTheObjectAlone) {
+  CKorvoEventWatcher& watcher = *KorvoPlugIn().EventWatcher();
+  ReplacementSpy spy;
+  spy.Register();
+  spy.Enable(true);
+  watcher.Register();
   ZK_Xform noisy = ZK_Xform::Translation(3, 0, 0);
   noisy(3, 0) = 1e-17;
   noisy(3, 1) = -1e-17;
@@ -38,9 +52,13 @@ TEST_F(ObjectWrapperTest, ARestoreLandsExactlyOnTheSavedPlacementOrLeavesTheObje
       {ZK_Xform::Translation(5, -2, 7), ZK_Xform::Translation(1, 2, 3),
        ZK_Xform::Translation(1, 2, 3), true},
   };
+  bool enabled = false;
   for (const auto& c : cases) {
+    watcher.Enable(enabled = !enabled);
     const ZK_UUID box = AddBox();
     Store(box, c.saved);
+    EXPECT_FALSE(spy.plug_in_watcher_enabled);
+    EXPECT_EQ(watcher.IsEnabled(), enabled);
     if (!c.moved.IsIdentity()) Move(box, c.moved);
     const CTarsaObject* before = Object(box);
     EXPECT_TRUE(Apply(box));
@@ -57,9 +75,10 @@ TEST_F(ObjectWrapperTest, ARestoreLandsExactlyOnTheSavedPlacementOrLeavesTheObje
   EXPECT_FALSE(Apply(AddBox()));
   EXPECT_EQ(Object(box), before);
   EXPECT_FALSE(CKorvoObjectWrapper(nullptr).ApplyStance(kStance));
+  watcher.UnRegister();
 }
 
-TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableIsNotCommitted) {
+TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableOrDocumentIsNot) {
   const ZK_UUID light = AddLight();
   const CTarsaObject* before = Object(light);
   CKorvoObjectWrapper wrapper(before);
@@ -84,41 +103,11 @@ TEST_F(ObjectWrapperTest, ACommittedLightIsTheReplacementAndOneOutsideTheTableIs
   EXPECT_FALSE(outside.ApplyStance(kStance));
   EXPECT_EQ(outside.m_working_copy, nullptr);
   EXPECT_EQ(doc_->LightTable().LightCount(), 1);
-}
 
-// Notes whether the plug-in's watcher was enabled while the host replaced an object.
-class ReplacementSpy : public CTarsaEventWatcher {
- public:
-  void OnReplaceObject(CTarsaDoc&, CTarsaObject&, CTarsaObject&) override {
-    plug_in_watcher_enabled = KorvoPlugIn().EventWatcher()->IsEnabled();
-  }
-  bool plug_in_watcher_enabled = true;
-};
-
-TEST_F(ObjectWrapperTest, TheCommitPausesTheWatcherAndLeavesItAsItWas) {
-  const ZK_UUID box = AddBox();
-  CKorvoEventWatcher& watcher = *KorvoPlugIn().EventWatcher();
-  ReplacementSpy spy;
-  spy.Register();
-  spy.Enable(true);
-  watcher.Register();
-  for (bool enabled : {true, false}) {
-    watcher.Enable(enabled);
-    Store(box, ZK_Xform());
-    EXPECT_FALSE(spy.plug_in_watcher_enabled);
-    EXPECT_EQ(watcher.IsEnabled(), enabled);
-  }
-  watcher.UnRegister();
-}
-
-TEST(ObjectWrapperWithoutDocument, ACommitWithNoDocumentDestroysTheWorkingCopy) {
-  ASSERT_EQ(TarsaApp().ObsoleteActiveDoc(), nullptr);
-  CTarsaObject loose(new ZK_Box({0, 0, 0}, {1, 1, 1}));
-  CKorvoObjectWrapper wrapper(&loose);
-  ASSERT_NE(wrapper.GetEditableRecord(), nullptr);
-  EXPECT_FALSE(wrapper.Commit());
-  EXPECT_EQ(wrapper.m_working_copy, nullptr);
-  EXPECT_EQ(loose.GetGeometryUserData(CKorvoUserData::m_userdata_id), nullptr);
+  CTarsaStandIn::CloseDocument(serial_);  // with no document at all, the working copy goes too
+  ASSERT_NE(outside.GetEditableRecord(), nullptr);
+  EXPECT_FALSE(outside.Commit());
+  EXPECT_EQ(outside.m_working_copy, nullptr);
 }
 
 }  // namespace

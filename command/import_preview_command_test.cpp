@@ -31,7 +31,7 @@ class ImportPreviewTest : public CommandLineTest {
   std::string path_;
 };
 
-TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoes) {
+TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoesOrSaysWhyItCannot) {
   const struct {
     const char* what;
     Texts here, in_file;
@@ -51,8 +51,7 @@ TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoes) {
     const Texts shown = Preview(path_);
     EXPECT_EQ(Names(), before) << "the preview changes nothing";
     EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps);
-    std::wstring error;
-    ASSERT_TRUE(TsReadModelFile(*doc_, path_, true, false, error));
+    ASSERT_TRUE(ReadModel(path_));
     Texts merged;
     for (size_t i = 0; i < c.in_file.size(); ++i) {
       merged.push_back(c.in_file[i] + L": arrives as " + Names().at(before.size() + i) +
@@ -61,11 +60,9 @@ TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoes) {
     EXPECT_EQ(shown, merged);
     Table().RemoveAll();
   }
-}
 
-// Each reason a file's stances cannot be previewed gets its own message, and the document's
-// stances stay as they were.
-TEST_F(ImportPreviewTest, AFileWithoutReadableStancesSaysWhyAndNothingChanges) {
+  // Each reason a file's stances cannot be previewed gets its own message, and the document's
+  // stances stay as they were.
   WriteFile({});
   EXPECT_EQ(Preview(path_), Texts{L"The file has no stances."});
   WriteFile({L"Pose"});
@@ -75,7 +72,7 @@ TEST_F(ImportPreviewTest, AFileWithoutReadableStancesSaysWhyAndNothingChanges) {
   const struct {
     Change change;  // of the file's stance block; null: the file has no stance block
     std::wstring shown;
-  } cases[] = {
+  } broken[] = {
       {nullptr, L"The file has no stances."},
       {[](ModelFileBlocks::Bytes& block) { ModelFileBlocks::MakeStancesNewer(block); },
        L"This model was created with a more recent version of the Stance plug-in"},
@@ -84,7 +81,7 @@ TEST_F(ImportPreviewTest, AFileWithoutReadableStancesSaysWhyAndNothingChanges) {
       {[](ModelFileBlocks::Bytes& block) { block.pop_back(); },
        L"The stances of the file cannot be read."},
   };
-  for (const auto& c : cases) {
+  for (const auto& c : broken) {
     ModelFileBlocks changed = file;
     if (c.change) {
       c.change(changed.plug_ins.at(0).bytes);

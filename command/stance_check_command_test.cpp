@@ -11,21 +11,6 @@ using Lines = std::vector<std::wstring>;
 
 class StanceCheckTest : public CommandLineTest {
  protected:
-  // A cover on a base with a pin, saved as Assembled; the cover lifted off as Open.
-  void SetUp() override {
-    CommandLineTest::SetUp();
-    Do(L"Box", {L"cover", L"0,0,0", L"2,2,2"});
-    Do(L"Box", {L"base", L"0,0,-1", L"2,2,0"});
-    Do(L"Point", {L"pin", L"1,1,-2"});
-    Do(L"-Stance", {L"Save", L"Assembled", L"cover base pin", L"", L""});
-    Do(L"Move", {L"cover", L"", L"0,0,3"});
-    Do(L"-Stance", {L"Save", L"Open", L"cover", L"", L""});
-    Do(L"-Stance", {L"Restore", L"Assembled", L""});
-  }
-  // Runs a command whose output is not the point.
-  void Do(const std::wstring& typed, std::deque<std::wstring> lines) {
-    Run(typed, std::move(lines));
-  }
   Lines Check(const std::wstring& answer) {
     Lines shown = Run(L"StanceCheck", {answer});
     shown.erase(shown.begin());  // the prompt with its answer
@@ -33,12 +18,20 @@ class StanceCheckTest : public CommandLineTest {
   }
 };
 
-// Every line StanceCheck can show, each text asked for with its own string id.
+// A cover on a base with a pin, saved as Assembled; the cover lifted off as Open; then the base
+// scaled, the pin moved and rebuilt from its inputs from now on, and Open restored. Every line
+// StanceCheck can show, each text asked for with its own string id.
 TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {
-  Do(L"Scale", {L"base", L"", L"2", L"1,1,-0.5"});
-  Do(L"Move", {L"pin", L"", L"0,1,0"});
-  Do(L"History", {L"pin", L""});  // rebuilt from its inputs from now on
-  Do(L"-Stance", {L"Restore", L"Open", L""});
+  Run(L"Box", {L"cover", L"0,0,0", L"2,2,2"});
+  Run(L"Box", {L"base", L"0,0,-1", L"2,2,0"});
+  Run(L"Point", {L"pin", L"1,1,-2"});
+  Run(L"-Stance", {L"Save", L"Assembled", L"cover base pin", L"", L""});
+  Run(L"Move", {L"cover", L"", L"0,0,3"});
+  Run(L"-Stance", {L"Save", L"Open", L"cover", L"", L"Restore", L"Assembled", L""});
+  Run(L"Scale", {L"base", L"", L"2", L"1,1,-0.5"});
+  Run(L"Move", {L"pin", L"", L"0,1,0"});
+  Run(L"History", {L"pin", L""});
+  Run(L"-Stance", {L"Restore", L"Open", L""});
   AddEntries({L"Bare"});
   const TextsById asked = TextsAsked([this] {
     EXPECT_EQ(Check(L"ASSEMBLED"), (Lines{L"cover: moved, distance 3, angle 0",

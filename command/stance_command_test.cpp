@@ -21,97 +21,76 @@ class StanceCommandTest : public CommandLineTest {
 
 using Lines = std::vector<std::wstring>;
 
-// A replaced stance gets a new id at the end of the table, and only once its objects are picked.
-TEST_F(StanceCommandTest, ATakenNameIsReplacedOnlyAfterYesAndThePick) {
+// One run is one undo step, starting with the removal of unused stances. A replaced stance gets a
+// new id at the end of the table, and only once its objects are picked. Update and Append take the
+// pre-selected objects; Select picks the visible members in any case.
+TEST_F(StanceCommandTest, OneRunIsOneUndoStepAndEveryOptionWorksOnTheStancesObjects) {
   const ZK_UUID door = AddNamed(L"door"), wheel = AddNamed(L"wheel");
-  const ZK_UUID front = Save(L"Front", {door, wheel});
-  Save(L"Side", {door});
-  Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
-  EXPECT_EQ(Table().FindByName(L"front")->m_id, front);
-
-  Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
-  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
-  EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
-}
-
-TEST_F(StanceCommandTest, SelectPicksTheVisibleMembersInAnyCaseAndRedraws) {
-  const ZK_UUID door = AddNamed(L"door");
   const ZK_UUID hidden = AddNamed(L"lid", nullptr, TarsaObjectMode::hidden);
-  Save(L"Front", {door, hidden});
-  const int redraws = CTarsaStandIn::RedrawCount(*doc_);
-  Stance({L"Select", L"FRONT", L""});
-  EXPECT_EQ(Object(door)->IsSelected(), 2);
-  EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
-  EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1) << "the views show the selection";
-}
-
-TEST_F(StanceCommandTest, AppendAndUpdateTakePreSelectedObjects) {
-  const ZK_UUID door = AddNamed(L"door"), wheel = AddNamed(L"wheel");
-  Save(L"Front", {door});
-  Move(door, ZK_Xform::Translation(0, 3, 0));
-  Object(wheel)->Select(true, true, true, false);
-  const Lines shown = Stance({L"Update", L"front", L"Append", L"Front", L""});
-  EXPECT_EQ(shown, (Lines{Menu(L"Update"), L"Name for position to update: front", Menu(L"Append"),
-                          L"Name for position to append to: Front", Menu()}));
-  const auto updated = Placement(door);
-  const auto appended = Placement(wheel);
-  Move(door, ZK_Xform::Scale(2, 2, 2));
-  Move(wheel, ZK_Xform::Scale(2, 2, 2));
-  Stance({L"Restore", L"Front", L""});
-  ExpectNear(Placement(door), updated);
-  ExpectNear(Placement(wheel), appended);
-}
-
-TEST_F(StanceCommandTest, OneRunIsOneUndoStepStartingWithTheRemovalOfUnusedStances) {
-  const ZK_UUID door = AddNamed(L"door");
   Save(L"Empty", {});
-  Save(L"Front", {door});
-  Save(L"Side", {door});
+  const ZK_UUID front = Save(L"Front", {door, wheel});
+  Save(L"Side", {door, hidden});
   const int steps = CTarsaStandIn::UndoStepCount(*doc_);
   Stance({L"Delete", L"Front", L"Rename", L"Side", L"Back", L"Save", L"Top", L"door", L"", L""});
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back", L"Top"}));
   EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
   ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Empty", L"Front", L"Side"}));
+
+  Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
+  EXPECT_EQ(StanceId(L"front"), front);
+  Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
+  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
+  EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
+
+  Move(door, ZK_Xform::Translation(0, 3, 0));
+  Object(wheel)->Select(true, true, true, false);
+  Stance({L"Update", L"side", L"Append", L"Side", L""});
+  const auto updated = Placement(door);
+  const auto appended = Placement(wheel);
+  Move(door, ZK_Xform::Scale(2, 2, 2));
+  Move(wheel, ZK_Xform::Scale(2, 2, 2));
+  Stance({L"Restore", L"Side", L""});
+  ExpectNear(Placement(door), updated);
+  ExpectNear(Placement(wheel), appended);
+  const int redraws = CTarsaStandIn::RedrawCount(*doc_);
+  Stance({L"Select", L"SIDE", L""});
+  EXPECT_EQ(Object(door)->IsSelected(), 2);
+  EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
+  EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1) << "the views show the selection";
 }
 
-// Every text of the command with its string id.
-const std::pair<int, const wchar_t*> kTexts[] = {
-    {19710, L"Choose stance option"},
-    {17987, L"List"},
-    {17988, L"Save"},
-    {17989, L"Restore"},
-    {17990, L"Delete"},
-    {17991, L"Rename"},
-    {33392, L"Select"},
-    {34036, L"Update"},
-    {34195, L"Append"},
-    {31603, L"Visible"},
-    {19711, L"Name for the saved position <%s>"},
-    {19712, L"At least one character has to be entered.\n"},
-    {19713, L"The name <%s> already exists.\n"},
-    {19714, L"Do you want to update it?"},
-    {17992, L"Yes"},
-    {17993, L"No"},
-    {19715, L"Select objects"},
-    {19716, L"Error! Could not create unique Uuid.\n"},
-    {35182, L"Name for position to append to"},
-    {35183, L"Name for position to update"},
-    {19718, L"Stored position <%s> does not exist.\n"},
-    {35184, L"Name for position to restore"},
-    {19719, L"Stance to delete"},
-    {19720, L"Stored position <%s> does not exist.\n"},
-    {19721, L"Stance to rename"},
-    {19722, L"Stored position <%s> does not exist.\n"},
-    {19723, L"New name"},
-    {19724, L"New name <%s> already exists.\n"},
-    {33393, L"Select object(s) of stance"},
-    {33394, L"Stance <%s> does not exist.\n"},
-    {31604, L"Choose stance option"},
-    {31605, L"Visible"},
-    {31606, L"Yes"},
-    {31607, L"No"},
-    {31608, L"Toggle"},
+// Every text of the command with its string ids.
+const std::pair<const wchar_t*, std::vector<int>> kTexts[] = {
+    {L"Choose stance option", {19710, 31604}},
+    {L"List", {17987}},
+    {L"Save", {17988}},
+    {L"Restore", {17989}},
+    {L"Delete", {17990}},
+    {L"Rename", {17991}},
+    {L"Select", {33392}},
+    {L"Update", {34036}},
+    {L"Append", {34195}},
+    {L"Visible", {31603, 31605}},
+    {L"Name for the saved position <%s>", {19711}},
+    {L"At least one character has to be entered.\n", {19712}},
+    {L"The name <%s> already exists.\n", {19713}},
+    {L"Do you want to update it?", {19714}},
+    {L"Yes", {17992, 31606}},
+    {L"No", {17993, 31607}},
+    {L"Select objects", {19715}},
+    {L"Error! Could not create unique Uuid.\n", {19716}},
+    {L"Name for position to append to", {35182}},
+    {L"Name for position to update", {35183}},
+    {L"Stored position <%s> does not exist.\n", {19718, 19720, 19722}},
+    {L"Name for position to restore", {35184}},
+    {L"Stance to delete", {19719}},
+    {L"Stance to rename", {19721}},
+    {L"New name", {19723}},
+    {L"New name <%s> already exists.\n", {19724}},
+    {L"Select object(s) of stance", {33393}},
+    {L"Stance <%s> does not exist.\n", {33394}},
+    {L"Toggle", {31608}},
 };
 
 // An empty answer, Escape or an unknown name ends the option's flow, not the run; an unknown name
@@ -150,7 +129,9 @@ TEST_F(StanceCommandTest, UnknownEmptyAndCancelledAnswersEndOnlyTheFlowAndTextsH
     Stance({L"_Save", L"Top", L"door", L"", L"_Escape"});
   });
   TextsById expected;
-  for (const auto& [id, english] : kTexts) expected[id].insert(english);
+  for (const auto& [english, ids] : kTexts) {
+    for (int id : ids) expected[id].insert(english);
+  }
   // Visible opened the panel, which has tool tips of its own.
   expected[33395].insert(L"Select objects of stance");
   expected[34038].insert(L"Update selected stance");

@@ -1,11 +1,11 @@
 // Stances as a user meets them through the host's own commands: what a command makes of a stance
-// object, copies, duplicates, replacements, deletions, and a model file attached.
+// object, copies, duplicates, replacements and deletions.
 
 #include <string>
 #include <vector>
 
 #include "events/event_watcher.h"
-#include "operations/every_object_iterator.h"
+#include "shell/shell_command.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
 
@@ -34,7 +34,6 @@ class StancesThroughCommandsTest : public StanceDocumentTest {
     Stance(std::wstring(L"_Save \"") + name + L"\" " + Pick(ids));
   }
   void Restore(const wchar_t* name) { Stance(std::wstring(L"_Restore \"") + name + L"\""); }
-  void Undo() { Run(L"-_Undo"); }
 };
 
 ZK_Geometry* Segment() { return new ZK_Polyline({{0, 0, 0}, {1, 0, 0}}); }
@@ -42,13 +41,11 @@ ZK_Geometry* Bent() { return new ZK_Polyline({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}});
 
 // A host command of these tests: picks objects, then changes the document with them, all within
 // one command.
-class TestCommand : public CTarsaCommand {
+class TestCommand : public CTarsaShellCommand {
  public:
   using Change = void (*)(CTarsaDoc& doc, const CTarsaGetObject& picked);
   TestCommand(const char* id, const wchar_t* name, Change change)
-      : m_id(ZK_UuidFromString(id)), m_name(name), m_change(change) {}
-  ZK_UUID CommandId() const override { return m_id; }
-  const wchar_t* EnglishCommandName() override { return m_name; }
+      : CTarsaShellCommand(name, id), m_change(change) {}
   result Execute(const CTarsaCommandContext& context) override {
     CTarsaGetObject get;
     get.SetCommandPrompt(L"Select objects");
@@ -58,8 +55,6 @@ class TestCommand : public CTarsaCommand {
   }
 
  private:
-  ZK_UUID m_id;
-  const wchar_t* m_name;
   Change m_change;
 };
 
@@ -81,8 +76,9 @@ TestCommand theJoinCommand("3E4F5061-7283-4A94-8B5C-6D7E8F90A1B2", L"JoinTest", 
 
 // What a command makes of a deleted stance object takes its stances, and only those: the first
 // object it adds after the deletion, or what it added before the deletion, which the later
-// deletions leave alone. What the command moves meanwhile takes nothing.
-TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfADeletedObjectTakesItsStancesOnly) {
+// deletions leave alone. What the command moves meanwhile takes nothing. The stances no object
+// carries any more go once, at the command's end.
+TEST_F(StancesThroughCommandsTest, DeletedObjectsHandOnTheirStancesAndUnusedStancesGoOnce) {
   const ZK_UUID a = Add(Segment()), b = Add(Segment()), c = Add(Segment());
   SaveStance(L"P", {b});
   SaveStance(L"Q", {b, c});
@@ -92,10 +88,34 @@ TEST_F(StancesThroughCommandsTest, WhatACommandMakesOfADeletedObjectTakesItsStan
   EXPECT_EQ(Members(L"Q"), (std::vector<ZK_UUID>{b, points[0]}));
   EXPECT_EQ(Members(L"P"), std::vector<ZK_UUID>{b});
 
+  TakeStanceChanges();
   const std::vector<ZK_UUID> joined = Added(L"JoinTest", {points[0], b});
   ASSERT_EQ(joined.size(), 1u);
   EXPECT_EQ(Names(), std::vector<std::wstring>{L"Q"});
   EXPECT_EQ(Members(L"Q"), joined);
+  EXPECT_EQ(TakeStanceChanges(), 1);
+  On(L"Delete", {Add(Segment())});
+  EXPECT_EQ(TakeStanceChanges(), 0) << "an object without a record changes no table";
+
+  // Outside a command, objects deleted one at a time in one step (a script's, another
+  // plug-in's) have the removal at the step's end, each stance removed told to the host.
+  SaveStance(L"R", {a, d});
+  SaveStance(L"S", {a});
+  TakeStanceChanges();
+  Step([&] {
+    doc_->DeleteObject(CTarsaObjRef(Object(a)));
+    doc_->DeleteObject(CTarsaObjRef(Object(d)));
+  });
+  EXPECT_EQ(Names(), std::vector<std::wstring>{L"Q"});
+  EXPECT_EQ(TakeStanceChanges(), 3) << "R, S, then the removal's own notice";
+  Run(L"-_Undo");
+  EXPECT_EQ(Members(L"R"), (std::vector<ZK_UUID>{a, d})) << "deletions and removal are one step";
+  EXPECT_EQ(Table().Count(), 3);
+
+  // With no step being recorded, the removal comes at the deletion.
+  doc_->DeleteObject(CTarsaObjRef(Object(a)));
+  EXPECT_EQ(StanceId(L"S"), ZK_nil_uuid);
+  EXPECT_EQ(Members(L"R"), std::vector<ZK_UUID>{d});
 }
 
 // A copy, a duplicate or a replacement of a stance object takes its stances, each saved placement
@@ -126,66 +146,6 @@ TEST_F(StancesThroughCommandsTest, CopiesDuplicatesAndReplacementsLandWithTheirS
   On(L"Move", {a, after_restore}, L"1,1,1");
   Restore(L"P");
   ExpectNear(Placement(after_restore), Placement(a));
-}
-
-TEST_F(StancesThroughCommandsTest, DeletionsRemoveUnusedStancesOnceAtTheCommandsEnd) {
-  const ZK_UUID a = Add(Segment()), b = Add(Segment()), c = Add(Segment());
-  SaveStance(L"P", {a, b});
-  SaveStance(L"Q", {a});
-  TakeStanceChanges();
-  On(L"Delete", {a, b});
-  EXPECT_EQ(Table().Count(), 0);
-  EXPECT_EQ(TakeStanceChanges(), 1);
-  On(L"Delete", {Add(Segment())});
-  EXPECT_EQ(TakeStanceChanges(), 0) << "an object without a record changes no table";
-
-  // Outside a command, objects deleted one at a time in one step (a script's, another
-  // plug-in's) have the removal at the step's end, each stance removed told to the host.
-  const ZK_UUID d = Add(Segment());
-  SaveStance(L"R", {c, d});
-  SaveStance(L"S", {c});
-  TakeStanceChanges();
-  Step([&] {
-    doc_->DeleteObject(CTarsaObjRef(Object(c)));
-    doc_->DeleteObject(CTarsaObjRef(Object(d)));
-  });
-  EXPECT_EQ(Table().Count(), 0);
-  EXPECT_EQ(TakeStanceChanges(), 3) << "R, S, then the removal's own notice";
-  Undo();
-  EXPECT_EQ(Members(L"R"), (std::vector<ZK_UUID>{c, d})) << "deletions and removal are one step";
-  EXPECT_EQ(Table().Count(), 2);
-
-  // With no step being recorded, the removal comes at the deletion.
-  doc_->DeleteObject(CTarsaObjRef(Object(c)));
-  EXPECT_EQ(StanceId(L"S"), ZK_nil_uuid);
-  EXPECT_EQ(Members(L"R"), std::vector<ZK_UUID>{d});
-}
-
-// An attached model's objects stay out of every visit of the document's objects, and its stances,
-// carried by reference objects only, are not merged; the document's own records stay as they were.
-TEST_F(StancesThroughCommandsTest, AttachingAReferenceLeavesTheDocumentsStancesAlone) {
-  const ZK_UUID a = Add(Segment());
-  SaveStance(L"P", {a});
-  const std::string path = ModelPath();
-  SaveModel(path);
-  const std::vector<ZK_3dPoint> saved = Placement(a);
-  On(L"Move", {a}, L"0,2,0");
-  Stance(L"_Delete \"P\"");
-  const auto visited = [this] {
-    int count = 0;
-    CKorvoEveryObjectIterator it(*doc_);
-    for (const CTarsaObject* object = it.First(); object; object = it.Next()) ++count;
-    return count;
-  };
-  const int objects = visited();
-  ASSERT_TRUE(ReadModel(path, true));
-  EXPECT_EQ(visited(), objects);
-  EXPECT_EQ(Table().Count(), 0);
-  Undo();
-  Undo();
-  ASSERT_EQ(Members(L"P"), std::vector<ZK_UUID>{a});
-  Restore(L"P");
-  ExpectNear(Placement(a), saved);
 }
 
 }  // namespace

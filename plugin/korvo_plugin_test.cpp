@@ -8,6 +8,8 @@
 
 #include "data/place_holder.h"
 #include "events/event_watcher.h"
+#include "host/tarsa/tarsa_dockbar.h"
+#include "panel/stances_panel.h"
 #include "testing/model_file_blocks.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
@@ -156,6 +158,22 @@ TEST_F(KorvoPlugInTest, AnUnreadableOrNewerBlockIsKeptUntilTheStancesChange) {
     Save(L"Top", {box});
     EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
   }
+}
+
+// An unload closes the panel and stops the event watcher, and the panel's tab stays empty until
+// the plug-in is loaded again.
+TEST_F(KorvoPlugInTest, AnUnloadClosesThePanelAndStopsTheWatcherUntilTheNextLoad) {
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  ASSERT_TRUE(CTarsaStandIn::UnloadPlugIn(KorvoPlugIn()));
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  EXPECT_FALSE(KorvoPlugIn().EventWatcher()->IsEnabled());
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr) << "no class: an empty tab";
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  EXPECT_NE(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr);
 }
 
 }  // namespace

@@ -29,8 +29,6 @@ class StancesPanelTest : public StanceDocumentTest {
     EXPECT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
     panel_ = static_cast<CTsStancesManagerDlg*>(CTarsaStandIn::Panel(g_stances_panel_tab_id));
   }
-  // A stance with one object of its own, saved as the host would.
-  void Stance(const wchar_t* name) { Save(name, {AddNamed(name)}); }
 
   // What `read` gives for each item of the list, in list order.
   template <class Value>
@@ -78,8 +76,7 @@ class StancesPanelTest : public StanceDocumentTest {
   CTsStancesManagerDlg* panel_ = nullptr;
 };
 
-TEST_F(StancesPanelTest, ThePanelLivesWithItsTabAndItsPlugInAndShowsItsTextsAndIcons) {
-  EXPECT_EQ(g_pStancesPanel, nullptr);
+TEST_F(StancesPanelTest, ThePanelLivesWithItsTabShowsItsTextsAndIconsAndFlowsItsButtonsInRows) {
   Open();
   EXPECT_EQ(g_pStancesPanel, panel_);
   EXPECT_STREQ(panel_->Caption(), L"Stances");
@@ -121,94 +118,6 @@ TEST_F(StancesPanelTest, ThePanelLivesWithItsTabAndItsPlugInAndShowsItsTextsAndI
   EXPECT_NE(std::string(icon.svg).find("<svg"), std::string::npos);
   EXPECT_EQ(AfxGetResourceHandle(), nullptr) << "the module state is switched back";
 
-  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
-  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr);
-  EXPECT_EQ(g_pStancesPanel, nullptr);
-  AddEntries({L"Front"});  // no panel to tell
-
-  // An unload closes the panel, and its tab stays empty until the plug-in is loaded again.
-  Open();
-  ASSERT_TRUE(CTarsaStandIn::UnloadPlugIn(KorvoPlugIn()));
-  EXPECT_EQ(g_pStancesPanel, nullptr);
-  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
-  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
-  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr) << "no class: an empty tab";
-  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
-  ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
-  Open();
-  EXPECT_EQ(g_pStancesPanel, panel_);
-}
-
-TEST_F(StancesPanelTest, TheListSortsByNameAndUntilTheRebuildAnItemNamesWhatItsIndexNamesNow) {
-  AddEntries({L"b", L"a", L"C"});
-  Open();
-  EXPECT_EQ(Shown(), (Texts{L"a", L"b", L"C"}));
-  EXPECT_EQ(EachItem(&CListCtrl::GetItemData), (std::vector<LPARAM>{1, 0, 2}));
-  EXPECT_EQ(List().GetColumnWidth(), List().WindowRect().right - List().WindowRect().left);
-  ASSERT_TRUE(Table().RemoveByName(L"a"));
-  EXPECT_EQ(panel_->ItemName(0), L"C") << "a's index now names C";
-  EXPECT_EQ(panel_->StanceOfItem(2), nullptr) << "C's index is beyond the table";
-  EXPECT_EQ(panel_->ItemName(-1), L"");
-  Select({0});
-  EXPECT_EQ(panel_->DefaultSaveName(), L"C");
-  panel_->RefreshListCaptions();
-  // The item of no stance keeps its text and sorts as an empty name.
-  EXPECT_EQ(Shown(), (Texts{L"C", L"b", L"C"}));
-  EXPECT_EQ(EachItem(&CListCtrl::GetItemData), (std::vector<LPARAM>{2, 0, 1}));
-  EXPECT_EQ(EachItem(&CListCtrl::GetItemImage), (std::vector<int>{0, 0, 0})) << "stance image";
-  WaitForRebuild();
-  EXPECT_EQ(Shown(), (Texts{L"b", L"C"}));
-}
-
-TEST_F(StancesPanelTest, RebuildsWaitMergeAndHappenOnlyOnChange) {
-  AddEntries({L"Front", L"Side"});
-  Open();
-  Select({1});
-  AddEntries({L"Top", L"Back"});
-  EXPECT_EQ(Shown(), (Texts{L"Front", L"Side"})) << "nothing before the delay";
-  CTarsaStandIn::AdvanceClock(499);
-  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 0);
-  CTarsaStandIn::AdvanceClock(1);
-  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 1) << "two requests, one rebuild";
-  EXPECT_EQ(Shown(), (Texts{L"Back", L"Front", L"Side", L"Top"}));
-  EXPECT_EQ(Selected(), Flags(4, false)) << "a refill loses the selection";
-  EXPECT_EQ(ToolButtons(), Flags(4, false));
-
-  Select({2});
-  panel_->ScheduleRebuild();
-  CTarsaStandIn::RunIdleWork();
-  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 2);
-  EXPECT_EQ(Selected(), (Flags{false, false, true, false})) << "nothing changed: the list stays";
-
-  // The hook alone, whatever the host runs after it, leaves the buttons as the selection is.
-  ASSERT_EQ(Table().Rename(L"Side", L"Aside"), 1);
-  panel_->RebuildListIfChanged();
-  EXPECT_EQ(Shown(), (Texts{L"Aside", L"Back", L"Front", L"Top"}));
-  EXPECT_EQ(Selected(), Flags(4, false));
-  EXPECT_EQ(ToolButtons(), Flags(4, false));
-}
-
-TEST_F(StancesPanelTest, ThePanelShowsTheActiveDocumentAndHearsOfNewOnes) {
-  AddEntries({L"Front"});
-  Open();
-  CTarsaDoc* other = CTarsaStandIn::NewDocument();
-  EXPECT_TRUE(Shown().empty());
-  EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
-  CTarsaStandIn::SetActiveDocument(serial_);
-  EXPECT_EQ(Shown(), (Texts{L"Front"}));
-  // A file merged that changes no stance still has the panel look again once it is read.
-  const std::string empty = ModelPath();
-  SaveModel(empty, other);
-  WaitForRebuild();
-  ASSERT_TRUE(ReadModel(empty));
-  EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
-  CTarsaStandIn::CloseDocument(serial_);
-  EXPECT_EQ(panel_->Document(), other);
-  EXPECT_TRUE(Shown().empty());
-}
-
-TEST_F(StancesPanelTest, ButtonsFlowInRowsAndTheListFillsTheRest) {
-  Open();
   int m, w, h, gx, gy;
   panel_->GetLayoutMetrics(m, w, h, gx, gy, 0);
   const int order[] = {2110, 2111, 6125, 1956, 1149, 2112, 1148, 1147};
@@ -230,30 +139,67 @@ TEST_F(StancesPanelTest, ButtonsFlowInRowsAndTheListFillsTheRest) {
   }
   EXPECT_GT(TsRepaintCount(List().GetSafeHwnd()), 0) << "the list is repainted";
   EXPECT_EQ(TsRepaintCount(panel_->GetDlgItem(2110)), 0) << "the buttons are not";
+
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  AddEntries({L"Front"});  // no panel to tell
 }
 
-TEST_F(StancesPanelTest, ToolButtonsFollowTheSelectionAndRunTheirMacrosForItsFirstStance) {
-  Stance(L"Side");
-  Stance(L"Front");
+TEST_F(StancesPanelTest,
+       TheListSortsByNameRebuildsAfterADelayOnlyOnChangeAndShowsTheActiveDocument) {
+  AddEntries({L"b", L"a", L"C"});
   Open();
-  EXPECT_FALSE(Click(1149));
-  const std::vector<std::pair<std::vector<int>, Flags>> cases = {
-      {{0}, {true, true, true, true}},
-      {{}, {false, false, false, false}},
-      {{0, 1}, {true, true, true, false}}};  // Front, Side: no rename with several
-  for (const auto& [items, buttons] : cases) {
-    Select(items);
-    EXPECT_EQ(ToolButtons(), buttons) << items.size();
-  }
-  EXPECT_TRUE(Click(1149));
-  EXPECT_TRUE(Click(1148));
-  Type({L""});
-  EXPECT_TRUE(Click(2112));
-  Output();
-  EXPECT_EQ(GetFocus(), TarsaApp().MainWnd()->GetSafeHwnd());
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Update \"Front\" _ENTER", 0},
-                                    {L"!-_Stance _Select \"Front\" _ENTER", 0},
-                                    {L"!-_Stance _Append \"Front\" _PAUSE _ENTER", 1}}));
+  EXPECT_EQ(Shown(), (Texts{L"a", L"b", L"C"}));
+  EXPECT_EQ(EachItem(&CListCtrl::GetItemData), (std::vector<LPARAM>{1, 0, 2}));
+  EXPECT_EQ(List().GetColumnWidth(), List().WindowRect().right - List().WindowRect().left);
+  // Until the rebuild an item names what its index names now.
+  ASSERT_TRUE(Table().RemoveByName(L"a"));
+  EXPECT_EQ(panel_->ItemName(0), L"C") << "a's index now names C";
+  EXPECT_EQ(panel_->StanceOfItem(2), nullptr) << "C's index is beyond the table";
+  EXPECT_EQ(panel_->ItemName(-1), L"");
+  Select({0});
+  EXPECT_EQ(panel_->DefaultSaveName(), L"C");
+  panel_->RefreshListCaptions();
+  // The item of no stance keeps its text and sorts as an empty name.
+  EXPECT_EQ(Shown(), (Texts{L"C", L"b", L"C"}));
+  EXPECT_EQ(EachItem(&CListCtrl::GetItemData), (std::vector<LPARAM>{2, 0, 1}));
+  EXPECT_EQ(EachItem(&CListCtrl::GetItemImage), (std::vector<int>{0, 0, 0})) << "stance image";
+
+  AddEntries({L"Top", L"Back"});
+  CTarsaStandIn::AdvanceClock(499);
+  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 0) << "nothing before the delay";
+  CTarsaStandIn::AdvanceClock(1);
+  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 1) << "three requests, one rebuild";
+  EXPECT_EQ(Shown(), (Texts{L"b", L"Back", L"C", L"Top"}));
+  EXPECT_EQ(Selected(), Flags(4, false)) << "a refill loses the selection";
+  EXPECT_EQ(ToolButtons(), Flags(4, false));
+
+  Select({2});
+  panel_->ScheduleRebuild();
+  CTarsaStandIn::RunIdleWork();
+  EXPECT_EQ(CTarsaStandIn::RebuildCount(*panel_), 2);
+  EXPECT_EQ(Selected(), (Flags{false, false, true, false})) << "nothing changed: the list stays";
+  // The hook alone, whatever the host runs after it, leaves the buttons as the selection is.
+  ASSERT_EQ(Table().Rename(L"Top", L"Atop"), 1);
+  panel_->RebuildListIfChanged();
+  EXPECT_EQ(Shown(), (Texts{L"Atop", L"b", L"Back", L"C"}));
+  EXPECT_EQ(Selected(), Flags(4, false));
+  EXPECT_EQ(ToolButtons(), Flags(4, false));
+
+  CTarsaDoc* other = CTarsaStandIn::NewDocument();
+  EXPECT_TRUE(Shown().empty());
+  EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
+  CTarsaStandIn::SetActiveDocument(serial_);
+  EXPECT_EQ(Shown(), (Texts{L"Atop", L"b", L"Back", L"C"}));
+  // A file merged that changes no stance still has the panel look again once it is read.
+  const std::string empty = ModelPath();
+  SaveModel(empty, other);
+  WaitForRebuild();
+  ASSERT_TRUE(ReadModel(empty));
+  EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
+  CTarsaStandIn::CloseDocument(serial_);
+  EXPECT_EQ(panel_->Document(), other);
+  EXPECT_TRUE(Shown().empty());
 }
 
 // The items of a menu the user was shown, each as its id and text; a separator as its id.
@@ -265,18 +211,38 @@ std::wstring ItemsOf(const Question& menu) {
   return items;
 }
 
-TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStanceOneRestoringSomeObjects) {
+TEST_F(StancesPanelTest, ButtonsAndMenuItemsFollowTheSelectionAndRunTheCommandWithQuotesIntact) {
   const ZK_UUID door = AddNamed(L"door");
   const ZK_UUID wheel = AddNamed(L"wheel");
-  Save(L"Fr\"ont", {door, wheel});
+  Save(L"Side\" Front", {door, wheel});
+  Save(L"Side", {AddNamed(L"Side")});
   const std::vector<ZK_3dPoint> saved = Placement(door);
   Move(door, ZK_Xform::Translation(5, 0, 0));
   Move(wheel, ZK_Xform::Translation(0, 5, 0));
   const std::vector<ZK_3dPoint> wheel_moved = Placement(wheel);
   Open();
+  EXPECT_FALSE(Click(1149));
   EXPECT_EQ(ItemsOf(Menu()), L"106 &Save Object Positions As Stance...; ");
+  const std::vector<std::pair<std::vector<int>, Flags>> cases = {
+      {{0}, {true, true, true, true}},
+      {{}, {false, false, false, false}},
+      {{0, 1}, {true, true, true, false}}};  // no rename with several
+  for (const auto& [items, buttons] : cases) {
+    Select(items);
+    EXPECT_EQ(ToolButtons(), buttons) << items.size();
+  }
+  // The tool buttons act on the first selected stance.
+  EXPECT_TRUE(Click(1149));
+  EXPECT_TRUE(Click(1148));
+  Type({L""});
+  EXPECT_TRUE(Click(2112));
+  Output();
+  EXPECT_EQ(GetFocus(), TarsaApp().MainWnd()->GetSafeHwnd());
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Update \"Side\" _ENTER", 0},
+                                    {L"!-_Stance _Select \"Side\" _ENTER", 0},
+                                    {L"!-_Stance _Append \"Side\" _PAUSE _ENTER", 1}}));
 
-  Select({0});
+  Select({1});
   std::vector<int> string_ids;
   CTarsaStandIn::SetLocalizationObserver([&string_ids](const wchar_t*, int id) {
     if (id != 0) string_ids.push_back(id);
@@ -296,43 +262,11 @@ TEST_F(StancesPanelTest, TheContextMenuOffersTheActionsOfASelectedStanceOneResto
   Object(door)->Select();
   Answers().Choose(107);
   Menu();
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_StanceRestoreObjects \"Fr\"\"ont\"", 1}}));
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_StanceRestoreObjects \"Side\"\" Front\"", 1}}));
   EXPECT_NE(Output().find(L"Stance to restore:"), std::wstring::npos) << "echoed for the user";
   ExpectNear(Placement(door), saved);
   ExpectNear(Placement(wheel), wheel_moved);
-}
 
-// A front end that takes the proposed name, noting whether the panel could be used meanwhile.
-struct FrontEnd : CTsScriptedAnswers {
-  bool AskText(const std::wstring&, const std::wstring&, const std::wstring& proposed,
-               std::wstring& text) override {
-    panel_enabled = g_pStancesPanel->IsWindowEnabled();
-    text = proposed;
-    return true;
-  }
-  bool panel_enabled = true;
-};
-
-TEST_F(StancesPanelTest, ASaveProposesAFreeNameWhileThePanelWaitsAndACancelLeavesTheFlagOff) {
-  Stance(L"Position 01");
-  Open();
-  FrontEnd front_end;
-  SetUserAnswers(&front_end);
-  EXPECT_TRUE(Click(2110));  // proposes Position 02, which is free: no question
-  SetUserAnswers(nullptr);
-  EXPECT_FALSE(front_end.panel_enabled);
-  EXPECT_TRUE(panel_->IsWindowEnabled());
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Position 02\" _PAUSE _ENTER", 1}}));
-  Output();
-  EXPECT_FALSE(g_bSaveWithoutConfirm);
-  EXPECT_EQ(Names(), Texts{L"Position 01"}) << "no object given: nothing saved";
-}
-
-TEST_F(StancesPanelTest, RenameAndDeleteGoThroughTheCommandWithQuotesIntact) {
-  Stance(L"Side");
-  Stance(L"Side\" Front");
-  Open();
-  Select({1});
   Answers().Choose(103);  // delete
   Answers().Answer(true);
   RightClick();
@@ -354,6 +288,17 @@ TEST_F(StancesPanelTest, RenameAndDeleteGoThroughTheCommandWithQuotesIntact) {
   EXPECT_EQ(Shown(), Texts{L"Front \"new\""}) << "shown at once, before the rebuild";
   EXPECT_EQ(Output(), L"");
 }
+
+// A front end that takes the proposed name, noting whether the panel could be used meanwhile.
+struct FrontEnd : CTsScriptedAnswers {
+  bool AskText(const std::wstring&, const std::wstring&, const std::wstring& proposed,
+               std::wstring& text) override {
+    panel_enabled = g_pStancesPanel->IsWindowEnabled();
+    text = proposed;
+    return true;
+  }
+  bool panel_enabled = true;
+};
 
 TEST_F(StancesPanelTest, MarksFollowTheModelThroughRestoreMoveAndUndoKeepingTheSelection) {
   const ZK_UUID door = AddNamed(L"door");
@@ -383,10 +328,21 @@ TEST_F(StancesPanelTest, MarksFollowTheModelThroughRestoreMoveAndUndoKeepingTheS
   }
 }
 
-TEST_F(StancesPanelTest, AnActionWhileACommandWaitsCancelsItThenRunsOnItsOwn) {
+TEST_F(StancesPanelTest, ASaveProposesANameWhileThePanelWaitsAndCancelsAWaitingCommandFirst) {
   const ZK_UUID door = AddNamed(L"door");
   Save(L"Front", {door});
   Open();
+  FrontEnd front_end;
+  SetUserAnswers(&front_end);
+  EXPECT_TRUE(Click(2110));  // proposes Position 01, which is free: no question
+  SetUserAnswers(nullptr);
+  EXPECT_FALSE(front_end.panel_enabled);
+  EXPECT_TRUE(panel_->IsWindowEnabled());
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Position 01\" _PAUSE _ENTER", 1}}));
+  Output();
+  EXPECT_FALSE(g_bSaveWithoutConfirm);
+  EXPECT_EQ(Names(), Texts{L"Front"}) << "no object given: nothing saved";
+
   Select({0});
   Move(door, ZK_Xform::Translation(0, 3, 0));
   // The user starts a command and, at its first prompt, saves over Front from the panel.
@@ -407,7 +363,6 @@ TEST_F(StancesPanelTest, AnActionWhileACommandWaitsCancelsItThenRunsOnItsOwn) {
   EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Front\" _PAUSE _ENTER", 1}}));
   const std::wstring output = Output();
   EXPECT_EQ(output.find(L"already exists"), std::wstring::npos) << output;
-  EXPECT_FALSE(g_bSaveWithoutConfirm);
   EXPECT_TRUE(RecordOf(door)->HasEntry(StanceId(L"Front")));
 }
 

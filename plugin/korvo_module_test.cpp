@@ -31,6 +31,7 @@ TEST_F(KorvoModuleTest, LoadsUsesAndUnloadsTwiceInOneProcess) {
                          std::wregex(L"[A-Z][a-z]{2} [ 123]\\d \\d{4}  \\d\\d:\\d\\d:\\d\\d")));
     EXPECT_EQ(plug_in->PlugInLoadTime(), 2);
     EXPECT_FALSE(plug_in->AddToPlugInHelpMenu());
+    EXPECT_FALSE(plug_in->OnDisplayPlugInHelp(nullptr)) << "no help of its own, as the host's base";
     // The Stance command first, then the plug-in's further commands in their order.
     std::vector<CTarsaCommand*> commands;
     for (const wchar_t* name :

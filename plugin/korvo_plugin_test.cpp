@@ -6,8 +6,9 @@
 #include <map>
 #include <tuple>
 
-#include "data/place_holder.h"
 #include "events/event_watcher.h"
+#include "host/tarsa/tarsa_dockbar.h"
+#include "panel/stances_panel.h"
 #include "testing/model_file_blocks.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
@@ -96,17 +97,13 @@ TEST_F(KorvoPlugInTest, TheBlockHoldsVersionZeroTwoPlaceHoldersAndTheStancesInOr
 // block, and the placement records a newer version wrote, are kept and saved back unchanged until
 // the stances change, and the first change says once that the block will be replaced.
 TEST_F(KorvoPlugInTest, AnUnreadableOrNewerBlockIsKeptUntilTheStancesChange) {
+  const size_t count_at = WriteBlock().size() - 4;  // a block of no stances ends with its count
   const ZK_UUID box = AddBox();
   const ZK_UUID front = Save(L"Front", {box, AddLight()});
   SaveModel(path_);
   ModelFileBlocks good;
   ASSERT_TRUE(good.Read(path_));
   const ModelFileBlocks::Bytes block = good.plug_ins.at(0).bytes;
-  ZK_BinaryMemoryArchive head;  // the block up to its count
-  head.WriteInt(0);
-  head.WriteString(kKorvoPlaceHolder);
-  head.WriteString(kKorvoPlaceHolder);
-  const size_t count_at = head.Bytes().size();
   ModelFileBlocks::Bytes longer = block;
   longer.push_back(0);
   const struct {
@@ -156,6 +153,22 @@ TEST_F(KorvoPlugInTest, AnUnreadableOrNewerBlockIsKeptUntilTheStancesChange) {
     Save(L"Top", {box});
     EXPECT_EQ(CTarsaStandIn::CommandLine().TakeOutput(), L"");
   }
+}
+
+// An unload closes the panel and stops the event watcher, and the panel's tab stays empty until
+// the plug-in is loaded again.
+TEST_F(KorvoPlugInTest, AnUnloadClosesThePanelAndStopsTheWatcherUntilTheNextLoad) {
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  ASSERT_TRUE(CTarsaStandIn::UnloadPlugIn(KorvoPlugIn()));
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  EXPECT_FALSE(KorvoPlugIn().EventWatcher()->IsEnabled());
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr) << "no class: an empty tab";
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  EXPECT_NE(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr);
 }
 
 }  // namespace

@@ -108,8 +108,12 @@ bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
 
 bool CKorvoObjectWrapper::MoveBy(CTarsaDoc& doc, const ZK_Xform& move) {
   if (!Commit()) return false;
+  // Paused as a commit is: the host's copy carries the record already, and the move's one
+  // replacement reaches the watcher's counts here, without its round of events.
+  CKorvoEventWatcherPause pause;
   const CTarsaObject* moved = doc.TransformObject(CTarsaObjRef(m_object), move, true, true, false);
   if (moved == nullptr) return false;
+  KorvoPlugIn().EventWatcher()->CountReplacement(doc, *m_object, *moved);
   // Like every replacement's new half, the moved object keeps no last transform to take out.
   if (CKorvoUserData* moved_record = CKorvoUserData::Of(moved))
     moved_record->m_last_xform.Identity();

@@ -2,6 +2,7 @@
 
 #include "operations/every_object_iterator.h"
 #include "operations/object_wrapper.h"
+#include "operations/watcher_pause.h"
 
 ZK_UUID SaveNewStance(CKorvoDocData& table, const wchar_t* name,
                       const ZK_SimpleArray<const CTarsaObject*>& objects) {
@@ -14,6 +15,8 @@ ZK_UUID SaveNewStance(CKorvoDocData& table, const wchar_t* name,
 }
 
 void AddToStance(const ZK_UUID& stance_id, const ZK_SimpleArray<const CTarsaObject*>& objects) {
+  // One pause for every commit of the loop, which each commit's own pause then finds in place.
+  CKorvoEventWatcherPause pause;
   for (int i = 0; i < objects.Count(); ++i) {
     CKorvoObjectWrapper wrapper(objects[i]);
     CKorvoUserData* record = wrapper.GetEditableRecord();
@@ -24,6 +27,7 @@ void AddToStance(const ZK_UUID& stance_id, const ZK_SimpleArray<const CTarsaObje
 }
 
 void RestoreStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id) {
+  CKorvoEventWatcherPause pause;  // as in AddToStance
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
     if (object->HistoryRecord() != nullptr) continue;
@@ -32,6 +36,7 @@ void RestoreStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id) {
 }
 
 void UpdateStanceMembers(CTarsaDoc& doc, const ZK_UUID& stance_id) {
+  CKorvoEventWatcherPause pause;  // as in AddToStance
   CKorvoEveryObjectIterator it(doc);
   for (const CTarsaObject* object = it.First(); object; object = it.Next()) {
     CKorvoObjectWrapper wrapper(object);

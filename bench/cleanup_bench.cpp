@@ -25,7 +25,7 @@ void BM_RemoveUnusedStances(benchmark::State& state) {
     ZK_CreateUuid(unused);
     table.Add(unused, L"Unused");
     state.ResumeTiming();
-    table.RemoveUnusedStances();
+    Timed([&] { table.RemoveUnusedStances(); });
   }
   if (table.FindByName(L"Unused") || table.Count() != kStances) {
     state.SkipWithError("the clean-up removed the wrong stances");
@@ -35,7 +35,7 @@ BENCHMARK(BM_RemoveUnusedStances)->Apply(ModelSizes);
 
 void BM_ReadEveryEntryOfTen(benchmark::State& state) {
   BenchModel model(static_cast<int>(state.range(0)), kStances, 10);
-  for (auto _ : state) benchmark::DoNotOptimize(ReadEveryEntry(model.Doc()));
+  for (auto _ : state) Timed([&] { benchmark::DoNotOptimize(ReadEveryEntry(model.Doc())); });
 }
 BENCHMARK(BM_ReadEveryEntryOfTen)->Apply(ModelSizes);
 

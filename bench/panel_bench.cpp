@@ -138,7 +138,7 @@ void BM_NewStanceName(benchmark::State& state) {
   if (NewStanceName(doc) != PositionName(static_cast<int>(state.range(0)) + 1)) {
     state.SkipWithError("not the first free name");
   }
-  for (auto _ : state) benchmark::DoNotOptimize(NewStanceName(doc));
+  for (auto _ : state) Timed([&] { benchmark::DoNotOptimize(NewStanceName(doc)); });
   CTarsaStandIn::CloseDocument(doc.RuntimeSerialNumber());
 }
 BENCHMARK(BM_NewStanceName)->Apply(Sizes);
@@ -151,7 +151,9 @@ void BM_FormatCandidates(benchmark::State& state) {
   const wchar_t* format = TsLocalizeString(L"Position %02d", 28191);
   ZK_wString name;
   for (auto _ : state) {
-    for (int n = 1; n <= candidates; ++n) name.Format(format, n);
+    Timed([&] {
+      for (int n = 1; n <= candidates; ++n) name.Format(format, n);
+    });
     benchmark::DoNotOptimize(name.Array());
   }
   if (name.Text() != PositionName(candidates)) state.SkipWithError("not the last candidate");

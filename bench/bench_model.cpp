@@ -15,6 +15,8 @@
 
 void LoadStancePlugIn() { CTarsaStandIn::LoadPlugIn(KorvoPlugIn()); }
 
+HostAlone::HostAlone() { CTarsaStandIn::UnloadPlugIn(KorvoPlugIn()); }
+
 void CloseBenchDocument(unsigned int serial_number) {
   CTarsaStandIn::CloseDocument(serial_number);
   // The registry only empties whole: the tables of documents still open go back in afterwards.

@@ -12,6 +12,15 @@
 
 // Loads the plug-in into the host, as the host does at start.
 void LoadStancePlugIn();
+// The host's work alone: the plug-in unloaded for the guard's lifetime, so that its event watcher
+// hears nothing of what the host does, and loaded again after. Tables and records stay.
+class HostAlone {
+ public:
+  HostAlone();
+  ~HostAlone() { LoadStancePlugIn(); }
+  HostAlone(const HostAlone&) = delete;
+  HostAlone& operator=(const HostAlone&) = delete;
+};
 // Closes the document, and drops the stance tables the plug-in keeps for closed documents, so
 // that a benchmark that opens a document a round measures no registry growing by a table a
 // round. The documents still open keep their tables.

@@ -136,9 +136,11 @@ bool CKorvoUserData::Transform(const ZK_Xform& xform) {
   const bool result = ZK_UserData::Transform(xform);
   if (!result) return result;
   m_accumulated_xform = xform * m_accumulated_xform;
-  m_last_xform = xform;
+  if (LastXformTakenOut::s_depth == 0) m_last_xform = xform;
   return result;
 }
+
+int CKorvoUserData::LastXformTakenOut::s_depth = 0;
 
 bool CKorvoUserData::HasEntry(const ZK_UUID& id) const { return IndexOf(id) >= 0; }
 

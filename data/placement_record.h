@@ -97,9 +97,24 @@ class CKorvoUserData : public ZK_UserData {
   bool Archive() const override;
   // The record with its entries, for the host's count of what its undo keeps.
   unsigned int SizeOf() const override;
-  // accumulated = xform * accumulated, last = xform, unless the base refuses the transform (false,
-  // nothing changes).
+  // accumulated = xform * accumulated, last = xform (last unchanged while a LastXformTakenOut
+  // lives), unless the base refuses the transform (false, nothing changes).
   bool Transform(const ZK_Xform& xform) override;
+
+  // A guard for a move of the plug-in's own, whose mover makes the moved record's last transform
+  // the identity at once (a restore's): while one lives, Transform leaves every record's last
+  // transform as it was, so that no room is taken for it only to be given back. Guards nest.
+  class LastXformTakenOut {
+   public:
+    LastXformTakenOut() { ++s_depth; }
+    ~LastXformTakenOut() { --s_depth; }
+    LastXformTakenOut(const LastXformTakenOut&) = delete;
+    LastXformTakenOut& operator=(const LastXformTakenOut&) = delete;
+
+   private:
+    friend class CKorvoUserData;
+    static int s_depth;
+  };
 
   bool HasEntry(const ZK_UUID& id) const;
   // True and `xform` receives the saved transform when the stance has an entry.

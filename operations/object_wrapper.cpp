@@ -111,6 +111,7 @@ bool CKorvoObjectWrapper::MoveBy(CTarsaDoc& doc, const ZK_Xform& move) {
   // Paused as a commit is: the host's copy carries the record already, and the move's one
   // replacement reaches the watcher's counts here, without its round of events.
   CKorvoEventWatcherPause pause;
+  const CKorvoUserData::LastXformTakenOut taken_out;
   const CTarsaObject* moved = doc.TransformObject(CTarsaObjRef(m_object), move, true, true, false);
   if (moved == nullptr) return false;
   KorvoPlugIn().EventWatcher()->CountReplacement(doc, *m_object, *moved);

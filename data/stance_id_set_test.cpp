@@ -12,12 +12,9 @@ namespace {
 std::vector<ZK_UUID> NearlyEqualIds(int count, bool last_bytes) {
   std::vector<ZK_UUID> ids(static_cast<size_t>(count), ZK_nil_uuid);
   for (int i = 0; i < count; ++i) {
-    if (last_bytes) {
-      ids[i].Data4[7] = static_cast<unsigned char>(i);
-      ids[i].Data4[6] = static_cast<unsigned char>(i >> 8);
-    } else {
-      ids[i].Data1 = static_cast<unsigned int>(i);
-    }
+    ids[i].Data1 = last_bytes ? 0u : static_cast<unsigned int>(i);
+    ids[i].Data4[6] = static_cast<unsigned char>(last_bytes ? i >> 8 : 0);
+    ids[i].Data4[7] = static_cast<unsigned char>(last_bytes ? i : 0);
   }
   return ids;
 }

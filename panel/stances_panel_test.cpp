@@ -273,7 +273,6 @@ TEST_F(StancesPanelTest, ButtonsMenusAndSavesRunTheCommandWithQuotesIntactAndMar
             L"106 &Save Object Positions As Stance...; 0; 107 Restore Selected Objects Only; ");
   EXPECT_EQ(std::make_tuple(menu.default_item, menu.point.x, menu.point.y),
             std::make_tuple(100, -1, -1));
-  EXPECT_TRUE(TakeScripts().empty()) << "a dismissed menu does nothing";
 
   // The last item restores the objects selected in the model, the door, alone.
   Object(door)->Select();

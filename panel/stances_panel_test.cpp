@@ -3,12 +3,15 @@
 #include <functional>
 #include <map>
 #include <tuple>
+#include <type_traits>
 
 #include "command/save_flows.h"
+#include "events/event_watcher.h"
 #include "host/platform/module_state.h"
 #include "host/platform/user_answers.h"
+#include "host/tarsa/tarsa_dockbar.h"
 #include "host/tarsa/tarsa_dpi.h"
-#include "testing/stance_document_test.h"
+#include "testing/command_line_test.h"
 
 namespace {
 
@@ -17,12 +20,12 @@ using Flags = std::vector<bool>;
 using Scripts = std::vector<std::pair<std::wstring, int>>;
 using Question = CTsScriptedAnswers::Question;
 
-class StancesPanelTest : public StanceDocumentTest {
+class StancesPanelTest : public CommandLineTest {
  protected:
   void TearDown() override {
     EXPECT_EQ(Answers().PendingAnswers(), 0) << "scripted answers left over";
     EXPECT_TRUE(CTarsaStandIn::TakeScripts().empty()) << "macros not checked";
-    StanceDocumentTest::TearDown();
+    CommandLineTest::TearDown();
   }
 
   void Open() {
@@ -31,20 +34,16 @@ class StancesPanelTest : public StanceDocumentTest {
   }
 
   // What `read` gives for each item of the list, in list order.
-  template <class Value>
-  std::vector<Value> EachItem(Value (CListCtrl::*read)(int) const) const {
-    std::vector<Value> values;
-    for (int i = 0; i < List().GetItemCount(); ++i) values.push_back((List().*read)(i));
+  template <class Read>
+  auto EachItem(Read read) const {
+    std::vector<std::decay_t<std::invoke_result_t<Read, CListCtrl&, int>>> values;
+    for (int i = 0; i < List().GetItemCount(); ++i) values.push_back(std::invoke(read, List(), i));
     return values;
   }
   Texts Shown() const { return EachItem(&CListCtrl::GetItemText); }
   // Which items carry the mark of a stance the model matches, or are selected.
   Flags ItemsIn(UINT mask, UINT state) const {
-    Flags flags;
-    for (int i = 0; i < List().GetItemCount(); ++i) {
-      flags.push_back(List().GetItemState(i, mask) == state);
-    }
-    return flags;
+    return EachItem([=](CListCtrl& list, int i) { return list.GetItemState(i, mask) == state; });
   }
   Flags Marks() const {
     return ItemsIn(LVIS_STATEIMAGEMASK,
@@ -68,7 +67,7 @@ class StancesPanelTest : public StanceDocumentTest {
   }
   // The host's rebuild timer running out.
   void WaitForRebuild() { CTarsaStandIn::AdvanceClock(500); }
-  static std::wstring Output() { return CTarsaStandIn::CommandLine().TakeOutput(); }
+  static std::wstring Output() { return CommandLine().TakeOutput(); }
   static Scripts TakeScripts() { return CTarsaStandIn::TakeScripts(); }
   static CTsScriptedAnswers& Answers() { return CTarsaStandIn::Answers(); }
   CListCtrl& List() const { return panel_->List(); }
@@ -76,27 +75,23 @@ class StancesPanelTest : public StanceDocumentTest {
   CTsStancesManagerDlg* panel_ = nullptr;
 };
 
-TEST_F(StancesPanelTest, ThePanelLivesWithItsTabShowsItsTextsAndIconsAndFlowsItsButtonsInRows) {
+TEST_F(StancesPanelTest, ThePanelShowsItsTextsIconsAndSortedListAndGoesWithAnUnload) {
+  AddEntries({L"b", L"a", L"C"});
   Open();
-  EXPECT_EQ(g_pStancesPanel, panel_);
   EXPECT_STREQ(panel_->Caption(), L"Stances");
   CTarsaStandIn::SetLanguage(1031);
   CTarsaStandIn::SetTranslation(33040, L"Stellungen");
   EXPECT_STREQ(panel_->Caption(), L"Stellungen");
   // The texts the host asks the panel for, each with its own string id.
-  std::map<int, std::wstring> texts;
-  CTarsaStandIn::SetLocalizationObserver(
-      [&texts](const wchar_t* english, int id) { texts[id] = english; });
-  for (const wchar_t* text : {panel_->SaveDialogTitle(), panel_->SaveDialogPrompt(),
-                              panel_->ReplaceQuestion(), panel_->NothingSavedMessage()}) {
-    EXPECT_NE(text, nullptr);
-  }
-  CTarsaStandIn::SetLocalizationObserver(nullptr);
-  EXPECT_EQ(texts, (std::map<int, std::wstring>{
-                       {28189, L"Save Position"},
-                       {28190, L"Save current object positions as:"},
-                       {28511, L"The \"%s\" stance already exists, do you want to replace it?"},
-                       {28512, L"No stances have been saved"}}));
+  const auto ask = [this] {
+    return Texts{panel_->SaveDialogTitle(), panel_->SaveDialogPrompt(), panel_->ReplaceQuestion(),
+                 panel_->NothingSavedMessage()};
+  };
+  EXPECT_EQ(TextsAsked(ask),
+            (TextsById{{28189, {L"Save Position"}},
+                       {28190, {L"Save current object positions as:"}},
+                       {28511, {L"The \"%s\" stance already exists, do you want to replace it?"}},
+                       {28512, {L"No stances have been saved"}}}));
 
   // Each tool button's tip, and its normal, highlighted and disabled pictures at 16 pixels.
   std::vector<std::pair<std::wstring, std::vector<int>>> buttons;
@@ -140,25 +135,15 @@ TEST_F(StancesPanelTest, ThePanelLivesWithItsTabShowsItsTextsAndIconsAndFlowsIts
   EXPECT_GT(TsRepaintCount(List().GetSafeHwnd()), 0) << "the list is repainted";
   EXPECT_EQ(TsRepaintCount(panel_->GetDlgItem(2110)), 0) << "the buttons are not";
 
-  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
-  EXPECT_EQ(g_pStancesPanel, nullptr);
-  AddEntries({L"Front"});  // no panel to tell
-}
-
-TEST_F(StancesPanelTest,
-       TheListSortsByNameRebuildsAfterADelayOnlyOnChangeAndShowsTheActiveDocument) {
-  AddEntries({L"b", L"a", L"C"});
-  Open();
   EXPECT_EQ(Shown(), (Texts{L"a", L"b", L"C"}));
   EXPECT_EQ(EachItem(&CListCtrl::GetItemData), (std::vector<LPARAM>{1, 0, 2}));
   EXPECT_EQ(List().GetColumnWidth(), List().WindowRect().right - List().WindowRect().left);
-  // Until the rebuild an item names what its index names now.
   ASSERT_TRUE(Table().RemoveByName(L"a"));
-  EXPECT_EQ(panel_->ItemName(0), L"C") << "a's index now names C";
-  EXPECT_EQ(panel_->StanceOfItem(2), nullptr) << "C's index is beyond the table";
-  EXPECT_EQ(panel_->ItemName(-1), L"");
+  // Until the rebuild an item names what its index names now, and nothing beyond the table.
   Select({0});
-  EXPECT_EQ(panel_->DefaultSaveName(), L"C");
+  EXPECT_EQ((Texts{panel_->ItemName(0), panel_->ItemName(2), panel_->ItemName(-1),
+                   panel_->DefaultSaveName()}),
+            (Texts{L"C", L"", L"", L"C"}));
   panel_->RefreshListCaptions();
   // The item of no stance keeps its text and sorts as an empty name.
   EXPECT_EQ(Shown(), (Texts{L"C", L"b", L"C"}));
@@ -186,11 +171,24 @@ TEST_F(StancesPanelTest,
   EXPECT_EQ(Selected(), Flags(4, false));
   EXPECT_EQ(ToolButtons(), Flags(4, false));
 
+  // An unload closes the panel and stops the event watcher; the tab stays empty until a load.
+  ASSERT_TRUE(CTarsaStandIn::UnloadPlugIn(KorvoPlugIn()));
+  EXPECT_EQ(g_pStancesPanel, nullptr);
+  EXPECT_FALSE(TarsaUiIsTabVisible(g_stances_panel_tab_id));
+  EXPECT_FALSE(KorvoPlugIn().EventWatcher()->IsEnabled());
+  AddEntries({L"Front"});  // no panel to tell
+  ASSERT_TRUE(TarsaUiOpenDockbarTab(g_stances_panel_tab_id));
+  EXPECT_EQ(CTarsaStandIn::Panel(g_stances_panel_tab_id), nullptr) << "no class: an empty tab";
+  TarsaUiCloseDockbarTab(g_stances_panel_tab_id);
+  ASSERT_TRUE(CTarsaStandIn::LoadPlugIn(KorvoPlugIn()));
+  Open();
+  ASSERT_NE(panel_, nullptr);
+
   CTarsaDoc* other = CTarsaStandIn::NewDocument();
   EXPECT_TRUE(Shown().empty());
   EXPECT_TRUE(CTarsaStandIn::RebuildPending(*panel_));
   CTarsaStandIn::SetActiveDocument(serial_);
-  EXPECT_EQ(Shown(), (Texts{L"Atop", L"b", L"Back", L"C"}));
+  EXPECT_EQ(Shown(), (Texts{L"Atop", L"b", L"Back", L"C", L"Front"}));
   // A file merged that changes no stance still has the panel look again once it is read.
   const std::string empty = ModelPath();
   SaveModel(empty, other);
@@ -211,7 +209,18 @@ std::wstring ItemsOf(const Question& menu) {
   return items;
 }
 
-TEST_F(StancesPanelTest, ButtonsAndMenuItemsFollowTheSelectionAndRunTheCommandWithQuotesIntact) {
+// A front end that takes the proposed name, noting whether the panel could be used meanwhile.
+struct FrontEnd : CTsScriptedAnswers {
+  bool AskText(const std::wstring&, const std::wstring&, const std::wstring& proposed,
+               std::wstring& text) override {
+    panel_enabled = g_pStancesPanel->IsWindowEnabled();
+    text = proposed;
+    return true;
+  }
+  bool panel_enabled = true;
+};
+
+TEST_F(StancesPanelTest, ButtonsMenusAndSavesRunTheCommandWithQuotesIntactAndMarksFollowTheModel) {
   const ZK_UUID door = AddNamed(L"door");
   const ZK_UUID wheel = AddNamed(L"wheel");
   Save(L"Side\" Front", {door, wheel});
@@ -221,15 +230,24 @@ TEST_F(StancesPanelTest, ButtonsAndMenuItemsFollowTheSelectionAndRunTheCommandWi
   Move(wheel, ZK_Xform::Translation(0, 5, 0));
   const std::vector<ZK_3dPoint> wheel_moved = Placement(wheel);
   Open();
+  EXPECT_EQ(Marks(), (Flags{true, false}));
   EXPECT_FALSE(Click(1149));
   EXPECT_EQ(ItemsOf(Menu()), L"106 &Save Object Positions As Stance...; ");
-  const std::vector<std::pair<std::vector<int>, Flags>> cases = {
-      {{0}, {true, true, true, true}},
-      {{}, {false, false, false, false}},
-      {{0, 1}, {true, true, true, false}}};  // no rename with several
-  for (const auto& [items, buttons] : cases) {
+  FrontEnd front_end;
+  SetUserAnswers(&front_end);
+  EXPECT_TRUE(Click(2110));  // proposes Position 01, which is free: no question
+  SetUserAnswers(nullptr);
+  EXPECT_FALSE(front_end.panel_enabled);
+  EXPECT_TRUE(panel_->IsWindowEnabled());
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Position 01\" _PAUSE _ENTER", 1}}));
+  Output();
+  EXPECT_FALSE(g_bSaveWithoutConfirm);
+  EXPECT_EQ(Names(), (Texts{L"Side\" Front", L"Side"})) << "no object given: nothing saved";
+
+  for (const auto& [items, buttons] : std::vector<std::pair<std::vector<int>, Flags>>{
+           {{0}, Flags(4, true)}, {{}, Flags(4, false)}, {{0, 1}, {true, true, true, false}}}) {
     Select(items);
-    EXPECT_EQ(ToolButtons(), buttons) << items.size();
+    EXPECT_EQ(ToolButtons(), buttons) << items.size();  // no rename with several
   }
   // The tool buttons act on the first selected stance.
   EXPECT_TRUE(Click(1149));
@@ -243,20 +261,18 @@ TEST_F(StancesPanelTest, ButtonsAndMenuItemsFollowTheSelectionAndRunTheCommandWi
                                     {L"!-_Stance _Append \"Side\" _PAUSE _ENTER", 1}}));
 
   Select({1});
+  Question menu;
   std::vector<int> string_ids;
-  CTarsaStandIn::SetLocalizationObserver([&string_ids](const wchar_t*, int id) {
-    if (id != 0) string_ids.push_back(id);
-  });
-  const Question menu = Menu({-1, -1});
-  CTarsaStandIn::SetLocalizationObserver(nullptr);
-  EXPECT_EQ(string_ids, (std::vector<int>{33041, 34039, 34198, 33042, 33043, 33396, 33044, 40013}));
+  for (const auto& [id, texts] : TextsAsked([&] { menu = Menu({-1, -1}); })) {
+    string_ids.push_back(id);
+  }
+  EXPECT_EQ(string_ids, (std::vector<int>{33041, 33042, 33043, 33044, 33396, 34039, 34198, 40013}));
   EXPECT_EQ(ItemsOf(menu),
             L"100 &Restore Stance; 101 &Update Stance; 102 &Append Stance; 0; "
             L"103 &Delete Stance; 104 Rena&me Stance; 0; 105 S&elect In Document; 0; "
             L"106 &Save Object Positions As Stance...; 0; 107 Restore Selected Objects Only; ");
   EXPECT_EQ(std::make_tuple(menu.default_item, menu.point.x, menu.point.y),
             std::make_tuple(100, -1, -1));
-  EXPECT_TRUE(TakeScripts().empty()) << "a dismissed menu does nothing";
 
   // The last item restores the objects selected in the model, the door, alone.
   Object(door)->Select();
@@ -267,12 +283,29 @@ TEST_F(StancesPanelTest, ButtonsAndMenuItemsFollowTheSelectionAndRunTheCommandWi
   ExpectNear(Placement(door), saved);
   ExpectNear(Placement(wheel), wheel_moved);
 
+  CTarsaStandIn::DoubleClick(*panel_, 1);  // restores, and the view has the focus
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Side\"\" Front\"  _ENTER", 0}}));
+  EXPECT_EQ(GetFocus(), TarsaApp().ActiveView()->GetSafeHwnd());
+  // The marks follow the model through undo, redo and a move, and the selection stays.
+  const std::vector<std::pair<std::function<void()>, Flags>> steps = {
+      {[] {}, {true, true}},
+      {[&] { CTarsaStandIn::Undo(*doc_); }, {true, false}},
+      {[&] { CTarsaStandIn::Redo(*doc_); }, {true, true}},
+      {[] { CommandLine().RunScript(L"-_Move door _Enter 0,1,0", 0); }, {true, false}},
+  };
+  for (size_t i = 0; i < steps.size(); ++i) {
+    steps[i].first();
+    Output();
+    WaitForRebuild();
+    EXPECT_EQ(Marks(), steps[i].second) << "step " << i;
+    EXPECT_EQ(Selected(), (Flags{false, true})) << "step " << i;
+  }
+
   Answers().Choose(103);  // delete
   Answers().Answer(true);
   RightClick();
   EXPECT_EQ(Answers().TakeQuestions().back().prompt, L"Do you want to delete \"Side\" Front\"?");
   EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Delete \"Side\"\" Front\"  _ENTER", 0}}));
-  EXPECT_EQ(Names(), Texts{L"Side"});
 
   WaitForRebuild();
   Select({0});
@@ -287,69 +320,13 @@ TEST_F(StancesPanelTest, ButtonsAndMenuItemsFollowTheSelectionAndRunTheCommandWi
   EXPECT_EQ(Names(), Texts{L"Front \"new\""});
   EXPECT_EQ(Shown(), Texts{L"Front \"new\""}) << "shown at once, before the rebuild";
   EXPECT_EQ(Output(), L"");
-}
 
-// A front end that takes the proposed name, noting whether the panel could be used meanwhile.
-struct FrontEnd : CTsScriptedAnswers {
-  bool AskText(const std::wstring&, const std::wstring&, const std::wstring& proposed,
-               std::wstring& text) override {
-    panel_enabled = g_pStancesPanel->IsWindowEnabled();
-    text = proposed;
-    return true;
-  }
-  bool panel_enabled = true;
-};
-
-TEST_F(StancesPanelTest, MarksFollowTheModelThroughRestoreMoveAndUndoKeepingTheSelection) {
-  const ZK_UUID door = AddNamed(L"door");
-  Save(L"Front", {door});
-  Move(door, ZK_Xform::Translation(5, 0, 0));
-  Save(L"Side", {door});
-  Open();
-  EXPECT_EQ(Shown(), (Texts{L"Front", L"Side"}));
-  EXPECT_EQ(Marks(), (Flags{false, true}));
-  Select({0});
-  CTarsaStandIn::DoubleClick(*panel_, 0);  // restores, and the view has the focus
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Restore \"Front\"  _ENTER", 0}}));
-  EXPECT_EQ(GetFocus(), TarsaApp().ActiveView()->GetSafeHwnd());
-  const std::vector<std::pair<std::function<void()>, Flags>> steps = {
-      {[] {}, {true, false}},
-      {[&] { CTarsaStandIn::Undo(*doc_); }, {false, true}},
-      {[&] { CTarsaStandIn::Redo(*doc_); }, {true, false}},
-      {[] { CTarsaStandIn::CommandLine().RunScript(L"-_Move door _Enter 0,1,0", 0); },
-       {false, false}},
-  };
-  for (size_t i = 0; i < steps.size(); ++i) {
-    steps[i].first();
-    Output();
-    WaitForRebuild();
-    EXPECT_EQ(Marks(), steps[i].second) << "step " << i;
-    EXPECT_EQ(Selected(), (Flags{true, false})) << "step " << i;
-  }
-}
-
-TEST_F(StancesPanelTest, ASaveProposesANameWhileThePanelWaitsAndCancelsAWaitingCommandFirst) {
-  const ZK_UUID door = AddNamed(L"door");
-  Save(L"Front", {door});
-  Open();
-  FrontEnd front_end;
-  SetUserAnswers(&front_end);
-  EXPECT_TRUE(Click(2110));  // proposes Position 01, which is free: no question
-  SetUserAnswers(nullptr);
-  EXPECT_FALSE(front_end.panel_enabled);
-  EXPECT_TRUE(panel_->IsWindowEnabled());
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Position 01\" _PAUSE _ENTER", 1}}));
-  Output();
-  EXPECT_FALSE(g_bSaveWithoutConfirm);
-  EXPECT_EQ(Names(), Texts{L"Front"}) << "no object given: nothing saved";
-
-  Select({0});
-  Move(door, ZK_Xform::Translation(0, 3, 0));
-  // The user starts a command and, at its first prompt, saves over Front from the panel.
+  // The user starts a command and, at its first prompt, saves the door over that stance from the
+  // panel: the panel asks, then the command waiting is cancelled and the save runs.
   int prompts = 0;
-  CTarsaStandIn::CommandLine().SetReader([&](const std::wstring&, std::wstring& line) {
+  CommandLine().SetReader([&](const std::wstring&, std::wstring& line) {
     if (prompts++ == 0) {
-      Answers().Enter(L"Front");
+      Answers().Enter(L"Front \"new\"");
       Answers().Answer(true);
       EXPECT_TRUE(Click(2110));
       EXPECT_TRUE(TakeScripts().empty()) << "nothing runs inside the waiting command";
@@ -358,12 +335,12 @@ TEST_F(StancesPanelTest, ASaveProposesANameWhileThePanelWaitsAndCancelsAWaitingC
     line = prompts == 2 ? L"door" : L"";  // then the end of the objects
     return prompts <= 3;
   });
-  CTarsaStandIn::CommandLine().RunCommand(L"-_Stance");
+  CommandLine().RunCommand(L"-_Stance");
   EXPECT_EQ(Answers().TakeQuestions().size(), 2u) << "the panel's name and replace questions";
-  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Front\" _PAUSE _ENTER", 1}}));
+  EXPECT_EQ(TakeScripts(), (Scripts{{L"!-_Stance _Save \"Front \"\"new\"\"\" _PAUSE _ENTER", 1}}));
   const std::wstring output = Output();
   EXPECT_EQ(output.find(L"already exists"), std::wstring::npos) << output;
-  EXPECT_TRUE(RecordOf(door)->HasEntry(StanceId(L"Front")));
+  EXPECT_TRUE(RecordOf(door)->HasEntry(StanceId(L"Front \"new\"")));
 }
 
 }  // namespace

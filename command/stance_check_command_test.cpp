@@ -9,14 +9,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-class StanceCheckTest : public CommandLineTest {
- protected:
-  Lines Check(const std::wstring& answer) {
-    Lines shown = Run(L"StanceCheck", {answer});
-    shown.erase(shown.begin());  // the prompt with its answer
-    return shown;
-  }
-};
+using StanceCheckTest = CommandLineTest;
 
 // A cover on a base with a pin, saved as Assembled; the cover lifted off as Open; then the base
 // scaled, the pin moved and rebuilt from its inputs from now on, and Open restored. Every line
@@ -34,18 +27,19 @@ TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {
   Run(L"-Stance", {L"Restore", L"Open", L""});
   AddEntries({L"Bare"});
   const TextsById asked = TextsAsked([this] {
-    EXPECT_EQ(Check(L"ASSEMBLED"), (Lines{L"cover: moved, distance 3, angle 0",
-                                          L"base: moved, distance 0, angle 0, scaled",
-                                          L"pin: not restorable, construction history"}));
-    EXPECT_EQ(Check(L"open"), (Lines{L"cover: at the stance"}));
-    EXPECT_EQ(Check(L""),
+    EXPECT_EQ(
+        Answered(L"StanceCheck", L"ASSEMBLED"),
+        (Lines{L"cover: moved, distance 3, angle 0", L"base: moved, distance 0, angle 0, scaled",
+               L"pin: not restorable, construction history"}));
+    EXPECT_EQ(Answered(L"StanceCheck", L"open"), (Lines{L"cover: at the stance"}));
+    EXPECT_EQ(Answered(L"StanceCheck", L""),
               (Lines{L"Assembled: members 3, moved 2, largest distance 3, largest angle 0",
                      L"Open: members 1, matches",
                      L"Bare: members 0, moved 0, largest distance 0, largest angle 0"}));
-    EXPECT_EQ(Check(L"bare"), (Lines{L"No object carries stance <Bare>."}));
-    EXPECT_EQ(Check(L"Nowhere"), (Lines{L"Stance <Nowhere> does not exist."}));
+    EXPECT_EQ(Answered(L"StanceCheck", L"bare"), (Lines{L"No object carries stance <Bare>."}));
+    EXPECT_EQ(Answered(L"StanceCheck", L"Nowhere"), (Lines{L"Stance <Nowhere> does not exist."}));
     Table().RemoveAll();
-    EXPECT_EQ(Check(L""), (Lines{L"No stances have been saved."}));
+    EXPECT_EQ(Answered(L"StanceCheck", L""), (Lines{L"No stances have been saved."}));
   });
   const std::pair<int, const wchar_t*> texts[] = {
       {40001, L"Stance to check <All>"},

@@ -21,45 +21,6 @@ class StanceCommandTest : public CommandLineTest {
 
 using Lines = std::vector<std::wstring>;
 
-// One run is one undo step, starting with the removal of unused stances. A replaced stance gets a
-// new id at the end of the table, and only once its objects are picked. Update and Append take the
-// pre-selected objects; Select picks the visible members in any case.
-TEST_F(StanceCommandTest, OneRunIsOneUndoStepAndEveryOptionWorksOnTheStancesObjects) {
-  const ZK_UUID door = AddNamed(L"door"), wheel = AddNamed(L"wheel");
-  const ZK_UUID hidden = AddNamed(L"lid", nullptr, TarsaObjectMode::hidden);
-  Save(L"Empty", {});
-  const ZK_UUID front = Save(L"Front", {door, wheel});
-  Save(L"Side", {door, hidden});
-  const int steps = CTarsaStandIn::UndoStepCount(*doc_);
-  Stance({L"Delete", L"Front", L"Rename", L"Side", L"Back", L"Save", L"Top", L"door", L"", L""});
-  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back", L"Top"}));
-  EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
-  ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
-  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Empty", L"Front", L"Side"}));
-
-  Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
-  EXPECT_EQ(StanceId(L"front"), front);
-  Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
-  EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
-  EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
-
-  Move(door, ZK_Xform::Translation(0, 3, 0));
-  Object(wheel)->Select(true, true, true, false);
-  Stance({L"Update", L"side", L"Append", L"Side", L""});
-  const auto updated = Placement(door);
-  const auto appended = Placement(wheel);
-  Move(door, ZK_Xform::Scale(2, 2, 2));
-  Move(wheel, ZK_Xform::Scale(2, 2, 2));
-  Stance({L"Restore", L"Side", L""});
-  ExpectNear(Placement(door), updated);
-  ExpectNear(Placement(wheel), appended);
-  const int redraws = CTarsaStandIn::RedrawCount(*doc_);
-  Stance({L"Select", L"SIDE", L""});
-  EXPECT_EQ(Object(door)->IsSelected(), 2);
-  EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
-  EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1) << "the views show the selection";
-}
-
 // Every text of the command with its string ids.
 const std::pair<const wchar_t*, std::vector<int>> kTexts[] = {
     {L"Choose stance option", {19710, 31604}},
@@ -93,11 +54,15 @@ const std::pair<const wchar_t*, std::vector<int>> kTexts[] = {
     {L"Toggle", {31608}},
 };
 
-// An empty answer, Escape or an unknown name ends the option's flow, not the run; an unknown name
-// is reported as typed. Every text of the command travels with its own string id.
-TEST_F(StanceCommandTest, UnknownEmptyAndCancelledAnswersEndOnlyTheFlowAndTextsHaveTheirIds) {
-  AddNamed(L"door");
-  const TextsById asked = TextsAsked([this] {
+// One run is one undo step, starting with the removal of unused stances. A replaced stance gets a
+// new id at the end of the table, and only once its objects are picked. Update and Append take the
+// pre-selected objects; Select picks the visible members in any case. An empty answer, Escape or
+// an unknown name ends the option's flow, not the run; an unknown name is reported as typed. Every
+// text of the command travels with its own string id.
+TEST_F(StanceCommandTest, EveryOptionWorksOnTheStancesObjectsAndEveryTextHasItsId) {
+  const ZK_UUID door = AddNamed(L"door"), wheel = AddNamed(L"wheel");
+  const ZK_UUID hidden = AddNamed(L"lid", nullptr, TarsaObjectMode::hidden);
+  const TextsById asked = TextsAsked([&] {
     const std::wstring missing = L"Stored position <bAKC> does not exist.";
     const struct {
       std::wstring option, prompt, unknown;
@@ -125,6 +90,39 @@ TEST_F(StanceCommandTest, UnknownEmptyAndCancelledAnswersEndOnlyTheFlowAndTextsH
     EXPECT_EQ(result_, CTarsaCommand::cancel);
     Stance({L"_Save", L"Front", L"door", L"", L"_Save", L"front", L"_No", L"_Rename", L"front",
             L"FRONT", L"_Visible", L"_Visible", L"_Toggle", L"", L"_Escape"});
+
+    Save(L"Empty", {});
+    const ZK_UUID front = Save(L"Front", {door, wheel});
+    Save(L"Side", {door, hidden});
+    const int steps = CTarsaStandIn::UndoStepCount(*doc_);
+    Stance({L"Delete", L"Front", L"Rename", L"Side", L"Back", L"Save", L"Top", L"door", L"", L""});
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Back", L"Top"}));
+    EXPECT_EQ(CTarsaStandIn::UndoStepCount(*doc_), steps + 1);
+    ASSERT_TRUE(CTarsaStandIn::Undo(*doc_));
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Empty", L"Front", L"Side"}));
+
+    Stance({L"Save", L"front", L"y", L"", L""});  // Enter at the object prompt: nothing changes
+    EXPECT_EQ(StanceId(L"front"), front);
+    Stance({L"Save", L"front", L"_Yes", L"wheel", L"", L""});
+    EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Side", L"front"}));
+    EXPECT_EQ(Members(L"front"), std::vector<ZK_UUID>{wheel});
+
+    Move(door, ZK_Xform::Translation(0, 3, 0));
+    Object(wheel)->Select(true, true, true, false);
+    Stance({L"Update", L"side", L"Append", L"Side", L""});
+    const auto updated = Placement(door);
+    const auto appended = Placement(wheel);
+    Move(door, ZK_Xform::Scale(2, 2, 2));
+    Move(wheel, ZK_Xform::Scale(2, 2, 2));
+    Stance({L"Restore", L"Side", L""});
+    ExpectNear(Placement(door), updated);
+    ExpectNear(Placement(wheel), appended);
+    const int redraws = CTarsaStandIn::RedrawCount(*doc_);
+    Stance({L"Select", L"SIDE", L""});
+    EXPECT_EQ(Object(door)->IsSelected(), 2);
+    EXPECT_EQ(Object(hidden)->IsSelected(), 0);  // the host does not select hidden objects
+    EXPECT_EQ(CTarsaStandIn::RedrawCount(*doc_), redraws + 1) << "the views show the selection";
+
     ZK_TestFailCreateUuid failing;
     Stance({L"_Save", L"Top", L"door", L"", L"_Escape"});
   });

@@ -21,6 +21,13 @@ class CommandLineTest : public StanceDocumentTest {
     result_ = CommandLine().RunCommand(typed);
     return SplitLines(CommandLine().TakeOutput());
   }
+  // Runs a command that asks one question, answered with `answer`: what it showed after the
+  // prompt and its answer.
+  std::vector<std::wstring> Answered(const std::wstring& typed, const std::wstring& answer) {
+    std::vector<std::wstring> shown = Run(typed, {answer});
+    shown.erase(shown.begin());
+    return shown;
+  }
   static std::vector<std::wstring> SplitLines(const std::wstring& text) {
     std::vector<std::wstring> lines;
     std::wistringstream in(text);

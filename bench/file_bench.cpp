@@ -260,8 +260,10 @@ KORVO_RATIO_ROW("Merge of 1,000 imported stances, names taken / a minimal re-key
                 "BM_ImportNamesTaken", "BM_RekeyEveryEntry", 2.00);
 KORVO_RATIO_ROW("Opening a model, plug-in loaded / the host opening it, record class unknown",
                 "BM_OpenWithPlugIn", "BM_OpenRecordsUnknown", 1.30);
-KORVO_RATIO_ROW("Model file write + read / its bytes written and read back, the document built",
-                "BM_WriteAndReadFile", "BM_WriteReadAndBuild", 1.50);
+KORVO_RATIO_ROW(
+    "Model file write + read / its bytes written and read back, the document built by the host "
+    "alone",
+    "BM_WriteAndReadFile", "BM_WriteReadAndBuild", 1.50);
 KORVO_RATIO_ROW("Model file write + read, objects with records / without records",
                 "BM_WriteAndReadFile", "BM_WriteAndReadBareFile", 2.00);
 

@@ -111,12 +111,13 @@ void BM_DuplicateAndReplaceBare(benchmark::State& state) {
 }
 BENCHMARK(BM_DuplicateAndReplaceBare)->Apply(ModelSizes);
 
-KORVO_RATIO_ROW("Save of N objects, host access / the host rewriting them without records",
+KORVO_RATIO_ROW("Save of N objects, host access / the host alone rewriting them without records",
                 "BM_SaveByHostAccess", "BM_DuplicateAndReplaceBare", 1.50);
-KORVO_RATIO_ROW("Update of N objects, host access / the host rewriting them without records",
+KORVO_RATIO_ROW("Update of N objects, host access / the host alone rewriting them without records",
                 "BM_UpdateByHostAccess", "BM_DuplicateAndReplaceBare", 1.50);
-KORVO_RATIO_ROW("Stance command's Save, N pre-selected / the host rewriting them without records",
-                "BM_SaveFlowPreSelected", "BM_DuplicateAndReplaceBare", 1.50);
+KORVO_RATIO_ROW(
+    "Stance command's Save, N pre-selected / the host alone rewriting them without records",
+    "BM_SaveFlowPreSelected", "BM_DuplicateAndReplaceBare", 1.50);
 KORVO_RATIO_ROW("Save of N objects, host access / the host rewriting them, records and all",
                 "BM_SaveByHostAccess", "BM_DuplicateAndReplace", 1.10);
 KORVO_RATIO_ROW("Update of N objects, host access / the host rewriting them, records and all",

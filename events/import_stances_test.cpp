@@ -21,9 +21,9 @@ std::vector<std::pair<ZK_UUID, ZK_Xform>> Entries(const CTarsaObject* object) {
 // written by the host.
 using ModelFileTest = StanceDocumentTest;
 
-// A model whose records carry an entry of a deleted stance, a stance listed twice, and a stance
-// whose name differs from another's only in case (a crafted file), and whose table has a stance
-// no object carries.
+// A model whose records carry an entry of a deleted stance, a stance listed twice, a stance whose
+// name differs from another's only in case and a stance with no name (a crafted file), and whose
+// table has a stance no object carries.
 //
 // Opened, the model keeps its stances and records, lights and hidden objects included, less the
 // stale entries and the unused stance. Imported twice into its own document, each import adds
@@ -41,6 +41,9 @@ TEST_F(ModelFileTest, OpenedImportedOrAttachedAModelBringsWhatItsObjectsCarry) {
   Save(L"Unused by the file", {});
   const ZK_UUID shouted = ZK_UuidFromString("0C1D2E3F-4A5B-4C6D-8E7F-8091A2B3C4D5");
   Table().AddFree(shouted, L"POSE");
+  const ZK_UUID unnamed = ZK_UuidFromString("5E6F7A8B-9C0D-4E1F-8A2B-3C4D5E6F7A8B");
+  Table().AddFree(unnamed, L"");  // a name no import may add
+  CKorvoUserData::Of(Object(hidden))->Add(unnamed, ZK_Xform());
   const ZK_UUID gone = Save(L"Gone", {box});
   access_.DeleteStance(*doc_, gone);  // the record keeps its entry for the deleted stance
   const ZK_Xform up = ZK_Xform::Translation(0, 0, 1), side = ZK_Xform::Translation(1, 0, 0);
@@ -54,9 +57,10 @@ TEST_F(ModelFileTest, OpenedImportedOrAttachedAModelBringsWhatItsObjectsCarry) {
   CTarsaDoc* opened = CTarsaStandIn::OpenDocument(path, error);
   ASSERT_NE(opened, nullptr);
   const CKorvoDocData& table = *KorvoPlugIn().DocData(opened->RuntimeSerialNumber());
-  ASSERT_EQ(table.Count(), 2);
+  ASSERT_EQ(table.Count(), 3);
   EXPECT_EQ(table.m_entries[0]->m_id, pose);
   EXPECT_EQ(table.m_entries[1]->m_id, shouted);
+  EXPECT_EQ(table.m_entries[2]->m_id, unnamed);
   EXPECT_FALSE(CKorvoUserData::Of(opened->LookupObject(box))->HasEntry(gone));
   EXPECT_EQ(opened->LookupObject(hidden)->ObjectState(), CTarsaObject::hidden_object);
   ASSERT_EQ(opened->LightTable().LightCount(), 1);
@@ -65,6 +69,7 @@ TEST_F(ModelFileTest, OpenedImportedOrAttachedAModelBringsWhatItsObjectsCarry) {
   EXPECT_EQ(Members(L"Pose", opened), (std::vector<ZK_UUID>{box, hidden, light}));
 
   Table().Remove(shouted);
+  Table().Remove(unnamed);
   const auto own_entries = Entries(Object(box));
   ASSERT_TRUE(ReadModel(path) && ReadModel(path) && ReadModel(path, true));
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Pose", L"Pose - Copy", L"POSE - Copy (2)",

@@ -35,7 +35,6 @@ TEST_F(CompletionTest, OffersWhatThePromptTakesThatBeginsWithTheWord) {
       {L"Select object(s) of stance:",
        L"",
        {L"\"Say \"\"ah\"\"\"", L"\"two words\"", L"Base", L"Lid", L"Lift"}},
-      {L"Name for position to update:", L"x", {}},
       {L"New name:", L"li", {}},
       {L"Name of the new object <none>:", L"li", {}},
   };

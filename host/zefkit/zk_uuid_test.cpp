@@ -9,9 +9,9 @@ namespace {
 const ZK_UUID kUuid = ZK_UuidFromString("0A1B2C3D-4E5F-6789-ABCD-EF0123456789");
 
 TEST(ZkUuidFromString, AcceptsEitherCaseBracesAndSurroundingBlanksAndGivesNilForAnythingElse) {
-  EXPECT_EQ(kUuid.Data1, 0x0A1B2C3Du);
-  EXPECT_EQ(kUuid.Data3, 0x6789);
-  EXPECT_EQ(kUuid.Data4[7], 0x89);
+  EXPECT_EQ(
+      kUuid,
+      (ZK_UUID{0x0A1B2C3D, 0x4E5F, 0x6789, {0xAB, 0xCD, 0xEF, 0x01, 0x23, 0x45, 0x67, 0x89}}));
   for (const char* text :
        {"0a1b2c3d-4e5f-6789-abcd-ef0123456789", " \t{0a1B2c3D-4e5F-6789-aBcD-eF0123456789}\r\n"}) {
     EXPECT_EQ(ZK_UuidFromString(text), kUuid) << text;

@@ -64,26 +64,22 @@ TEST_F(ImportPreviewTest, ThePreviewNamesEveryStanceAsTheMergeThenDoesOrSaysWhyI
   WriteFile({L"Pose"});
   ModelFileBlocks file;
   ASSERT_TRUE(file.Read(path_));
-  using Change = void (*)(ModelFileBlocks::Bytes&);
+  using Change = void (*)(ModelFileBlocks&);
   const struct {
-    Change change;  // of the file's stance block; null: the file has no stance block
+    Change change;  // of the file's stance block, or of the file
     std::wstring shown;
   } broken[] = {
-      {nullptr, L"The file has no stances."},
-      {[](ModelFileBlocks::Bytes& block) { ModelFileBlocks::MakeStancesNewer(block); },
+      {[](ModelFileBlocks& m) { m.plug_ins.clear(); }, L"The file has no stances."},
+      {[](ModelFileBlocks& m) { ModelFileBlocks::MakeStancesNewer(m.plug_ins.at(0).bytes); },
        L"This model was created with a more recent version of the Stance plug-in"},
-      {[](ModelFileBlocks::Bytes& block) { block.resize(4); },
+      {[](ModelFileBlocks& m) { m.plug_ins.at(0).bytes.resize(4); },
        L"The stances of the file cannot be read."},
-      {[](ModelFileBlocks::Bytes& block) { block.pop_back(); },
+      {[](ModelFileBlocks& m) { m.plug_ins.at(0).bytes.pop_back(); },
        L"The stances of the file cannot be read."},
   };
   for (const auto& c : broken) {
     ModelFileBlocks changed = file;
-    if (c.change) {
-      c.change(changed.plug_ins.at(0).bytes);
-    } else {
-      changed.plug_ins.clear();
-    }
+    c.change(changed);
     changed.Write(path_);
     EXPECT_EQ(Preview(path_), Texts{c.shown});
     EXPECT_EQ(result_, CTarsaCommand::success);

@@ -41,20 +41,18 @@ TEST_F(StanceCheckTest, ScaledAndRebuiltMembersSayWhatARestoreWouldDo) {
     Table().RemoveAll();
     EXPECT_EQ(Answered(L"StanceCheck", L""), (Lines{L"No stances have been saved."}));
   });
-  const std::pair<int, const wchar_t*> texts[] = {
-      {40001, L"Stance to check <All>"},
-      {40002, L"Stance <%s> does not exist.\n"},
-      {40003, L"%s: members %d, matches\n"},
-      {40004, L"%s: members %d, moved %d, largest distance %g, largest angle %g\n"},
-      {40005, L"%s: at the stance\n"},
-      {40006, L"%s: not restorable, construction history\n"},
-      {40007, L"%s: moved, distance %g, angle %g\n"},
-      {40008, L"%s: moved, distance %g, angle %g, scaled\n"},
-      {40009, L"No stances have been saved.\n"},
-      {40010, L"No object carries stance <%s>.\n"},
+  const TextsById expected = {
+      {40001, {L"Stance to check <All>"}},
+      {40002, {L"Stance <%s> does not exist.\n"}},
+      {40003, {L"%s: members %d, matches\n"}},
+      {40004, {L"%s: members %d, moved %d, largest distance %g, largest angle %g\n"}},
+      {40005, {L"%s: at the stance\n"}},
+      {40006, {L"%s: not restorable, construction history\n"}},
+      {40007, {L"%s: moved, distance %g, angle %g\n"}},
+      {40008, {L"%s: moved, distance %g, angle %g, scaled\n"}},
+      {40009, {L"No stances have been saved.\n"}},
+      {40010, {L"No object carries stance <%s>.\n"}},
   };
-  TextsById expected;
-  for (const auto& [id, english] : texts) expected[id].insert(english);
   EXPECT_EQ(asked, expected);
 }
 

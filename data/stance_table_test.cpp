@@ -13,12 +13,6 @@ namespace {
 
 using NameList = std::vector<std::wstring>;
 
-ZK_UUID NewId() {
-  ZK_UUID id;
-  EXPECT_TRUE(ZK_CreateUuid(id));
-  return id;
-}
-
 // A table of a real document with the plug-in loaded; events_ logs each StanceChanged, noting
 // whether the panel had already been asked for a rebuild.
 class StanceTableTest : public StanceDocumentTest {
@@ -62,16 +56,12 @@ TEST_F(StanceTableTest, AddRenameRemoveAndCopyKeepTheOrderAndOnlyAChangeIsToldAf
   EXPECT_EQ(table_.m_cursor, 7);
   const ZK_UUID front = Save(L"Front");
   const ZK_UUID side = Save(L"Side");
-  EXPECT_EQ(table_.Add(ZK_nil_uuid, L""), 0);
-  EXPECT_EQ(table_.Add(front, L""), -1);
-  EXPECT_EQ(table_.Add(front, L"Side"), 0);    // the first entry to match, Front, by id
-  EXPECT_EQ(table_.Add(side, L"Front"), -1);   // the first entry to match, Front, by name
-  EXPECT_EQ(table_.Add(front, L"FRONT"), -1);  // Front matches both ways: the name decides
-  EXPECT_EQ(table_.Rename(L"Front", L"FRONT"), -1);
-  EXPECT_EQ(table_.Rename(L"Missing", L"Top"), 0);
-  EXPECT_EQ(table_.Rename(L"Missing", L""), -1);
-  EXPECT_EQ(table_.Rename(L"Missing", L"side"), -1);
-  EXPECT_EQ(table_.Rename(NewId(), L"Top"), 0);
+  EXPECT_EQ((std::vector<int>{table_.Add(ZK_nil_uuid, L""), table_.Add(front, L""),
+                              table_.Add(front, L"Side"), table_.Add(side, L"Front"),
+                              table_.Add(front, L"FRONT"), table_.Rename(L"Front", L"FRONT"),
+                              table_.Rename(L"Missing", L"Top"), table_.Rename(L"Missing", L""),
+                              table_.Rename(L"Missing", L"side"), table_.Rename(NewId(), L"Top")}),
+            (std::vector<int>{0, -1, 0, -1, -1, -1, 0, -1, -1, 0}));
   EXPECT_FALSE(table_.Remove(NewId()));
   CKorvoDocData copy(table_);
   EXPECT_EQ(copy.m_doc_serial_number, 0u);

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "testing/stand_ins.h"
+
 namespace {
 
 using Snapshot = std::shared_ptr<const CKorvoTableSnapshot>;
@@ -29,9 +31,7 @@ TEST(TableSnapshotTest, EverySnapshotKeepsItsTableAndARunOfSavesHoldsEachStanceO
     const int count = table.Count();
     const int action = pick(100);
     if (action < 45 || count == 0) {
-      ZK_UUID id;
-      ASSERT_TRUE(ZK_CreateUuid(id));
-      ASSERT_EQ(table.Add(id, std::to_wstring(next_name++).c_str()), 1);
+      ASSERT_EQ(table.Add(NewId(), std::to_wstring(next_name++).c_str()), 1);
     } else if (action < 65) {
       ASSERT_TRUE(table.Remove(table.m_entries[pick(count)]->m_id));
     } else if (action < 85) {
@@ -58,9 +58,7 @@ TEST(TableSnapshotTest, EverySnapshotKeepsItsTableAndARunOfSavesHoldsEachStanceO
   table.RemoveAll();
   const Snapshot empty = table.Snapshot();
   for (int i = 0; i < 2000; ++i) {
-    ZK_UUID id;
-    ASSERT_TRUE(ZK_CreateUuid(id));
-    table.Add(id, std::to_wstring(i).c_str());
+    table.Add(NewId(), std::to_wstring(i).c_str());
     ASSERT_LE(table.Snapshot()->OwnSize(),
               empty->OwnSize() + sizeof(CKorvoTableSnapshot::USER_DATA));
   }

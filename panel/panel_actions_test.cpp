@@ -5,8 +5,10 @@
 
 namespace {
 
+using PanelActionsTest = StanceDocumentTest;
+
 // The panel's tests check the macros each action runs; here, what they do not reach.
-TEST(PanelActions, QuotedNamesComeBackWholeAndSaveTakesItsSecondNameAfterThePause) {
+TEST_F(PanelActionsTest, QuotedNamesComeBackWholeAndANewNameTakesTheFirstFreeNumber) {
   for (const wchar_t* name :
        {L"Front", L"two words", L"Side\" Front", L"\"", L"a\"\"b", L"end\""}) {
     const std::vector<CTarsaToken> tokens = TsTokenize(QuoteName(name), false);
@@ -19,11 +21,7 @@ TEST(PanelActions, QuotedNamesComeBackWholeAndSaveTakesItsSecondNameAfterThePaus
   EXPECT_EQ(StandardActionMacro(L"Stance", L"Save", QuoteName(L"A"), QuoteName(L"B")),
             L"!-_Stance _Save \"A\" _PAUSE \"B\" _ENTER");
   EXPECT_FALSE(IsSaveOption(L"Saved"));
-}
 
-using NewStanceNameTest = StanceDocumentTest;
-
-TEST_F(NewStanceNameTest, TheFirstFreeNumberWinsWhateverTheCaseAndGrowsPastNinetyNine) {
   EXPECT_EQ(NewStanceName(*doc_), L"Position 01");
   AddEntries({L"Position 01", L"POSITION 03"});
   EXPECT_EQ(NewStanceName(*doc_), L"Position 02");

@@ -10,23 +10,13 @@
 #include <vector>
 
 #include "host/zefkit/zk_light.h"
+#include "testing/record_entries.h"
 #include "testing/stand_ins.h"
 
 namespace {
 
-using Entries = std::vector<std::pair<ZK_UUID, ZK_Xform>>;
-
 const ZK_Xform kMove = ZK_Xform::Translation(10, 0, 0);
 const ZK_Xform kTurn = ZK_Xform::Rotation(0.5, {0, 0, 1}, {1, 2, 3});
-
-// A record's entries, in order.
-Entries EntriesOf(const CKorvoUserData& record) {
-  Entries entries;
-  for (INT_PTR i = 0; i < record.m_entries.GetSize(); ++i) {
-    entries.emplace_back(record.m_entries[i]->m_id, record.m_entries[i]->m_xform);
-  }
-  return entries;
-}
 
 std::vector<unsigned char> Written(const CKorvoUserData& record) {
   ZK_BinaryMemoryArchive out;
@@ -89,7 +79,7 @@ TEST(PlacementRecordTest, CopiesAndReadsCarryTheRecordAndACutOrNewerArchiveReads
     ZK_BinaryMemoryArchive in(versioned);
     CKorvoUserData read;
     EXPECT_EQ(read.Read(in), version < 0) << version;
-    EXPECT_EQ(EntriesOf(read), version < 0 ? EntriesOf(*record) : Entries{}) << version;
+    EXPECT_EQ(EntriesOf(&read), version < 0 ? EntriesOf(record) : RecordEntries{}) << version;
     EXPECT_EQ(in.BytesLeft(), version < 0 ? 0 : bytes.size() - 4) << version;
   }
   // version, "Place Holder", accumulated transform, count; each entry a uuid and a transform.
@@ -110,7 +100,7 @@ TEST(PlacementRecordTest, CopiesAndReadsCarryTheRecordAndACutOrNewerArchiveReads
   ZK_BinaryMemoryArchive damaged(inflated);
   CKorvoUserData partial;
   EXPECT_FALSE(partial.Read(damaged));
-  EXPECT_EQ(EntriesOf(partial), EntriesOf(*record));
+  EXPECT_EQ(EntriesOf(&partial), EntriesOf(record));
 }
 
 // Copies share their entries until one of them changes. Through random saves (a copy given one
@@ -127,7 +117,7 @@ TEST(PlacementRecordTest, CopiesSharingEntriesStayIndependentAndARunOfSavesHolds
     return std::find(ids.begin(), ids.begin() + 5, id) != ids.begin() + 5;
   };
   // Each record of the family, with the entries it should hold.
-  std::vector<std::pair<std::unique_ptr<CKorvoUserData>, Entries>> family(1);
+  std::vector<std::pair<std::unique_ptr<CKorvoUserData>, RecordEntries>> family(1);
   family[0].first = std::make_unique<CKorvoUserData>();
   std::mt19937 random(23);
   const auto pick = [&random](size_t n) {
@@ -136,7 +126,7 @@ TEST(PlacementRecordTest, CopiesSharingEntriesStayIndependentAndARunOfSavesHolds
   for (int step = 0; step < 4000; ++step) {
     const size_t r = pick(family.size());
     CKorvoUserData& record = *family[r].first;
-    Entries& model = family[r].second;
+    RecordEntries& model = family[r].second;
     const ZK_UUID id = ids[pick(ids.size())];
     const ZK_Xform xform = ZK_Xform::Translation(step, 0, 0);
     const auto at = std::find_if(model.begin(), model.end(),
@@ -180,7 +170,7 @@ TEST(PlacementRecordTest, CopiesSharingEntriesStayIndependentAndARunOfSavesHolds
         }
       }
     }
-    for (const auto& [kept, expected] : family) ASSERT_EQ(EntriesOf(*kept), expected) << step;
+    for (const auto& [kept, expected] : family) ASSERT_EQ(EntriesOf(kept.get()), expected) << step;
   }
 
   const size_t saves = 1000;

@@ -1,21 +1,11 @@
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "testing/record_entries.h"
 #include "testing/stance_document_test.h"
 #include "testing/stand_ins.h"
 
 namespace {
-
-// An object's record as (stance, saved placement) pairs, in its order.
-std::vector<std::pair<ZK_UUID, ZK_Xform>> Entries(const CTarsaObject* object) {
-  std::vector<std::pair<ZK_UUID, ZK_Xform>> entries;
-  const CKorvoUserData* record = CKorvoUserData::Of(object);
-  for (INT_PTR e = 0; record && e < record->m_entries.GetSize(); ++e) {
-    entries.emplace_back(record->m_entries[e]->m_id, record->m_entries[e]->m_xform);
-  }
-  return entries;
-}
 
 // Model files with the plug-in loaded: its watcher listening and its document data read and
 // written by the host.
@@ -70,7 +60,7 @@ TEST_F(ModelFileTest, OpenedImportedOrAttachedAModelBringsWhatItsObjectsCarry) {
 
   Table().Remove(shouted);
   Table().Remove(unnamed);
-  const auto own_entries = Entries(Object(box));
+  const auto own_entries = EntriesOf(RecordOf(box));
   ASSERT_TRUE(ReadModel(path) && ReadModel(path) && ReadModel(path, true));
   EXPECT_EQ(Names(), (std::vector<std::wstring>{L"Pose", L"Pose - Copy", L"POSE - Copy (2)",
                                                 L"Pose - Copy (3)", L"POSE - Copy (4)"}));
@@ -79,13 +69,12 @@ TEST_F(ModelFileTest, OpenedImportedOrAttachedAModelBringsWhatItsObjectsCarry) {
   ASSERT_EQ(first.size(), 3u);
   EXPECT_EQ(second.size(), 3u);
   EXPECT_NE(second, first);
-  EXPECT_EQ(Entries(Object(first[0])),
-            (decltype(own_entries){{gone, up},
-                                   {StanceId(L"Pose - Copy"), ZK_Xform()},
-                                   {StanceId(L"POSE - Copy (2)"), side}}));
+  EXPECT_EQ(EntriesOf(RecordOf(first[0])), (RecordEntries{{gone, up},
+                                                          {StanceId(L"Pose - Copy"), ZK_Xform()},
+                                                          {StanceId(L"POSE - Copy (2)"), side}}));
   EXPECT_EQ(Members(L"POSE - Copy (2)"), std::vector<ZK_UUID>{first[0]});
   EXPECT_EQ(Members(L"Pose"), (std::vector<ZK_UUID>{box, hidden, light}));
-  EXPECT_EQ(Entries(Object(box)), own_entries);
+  EXPECT_EQ(EntriesOf(RecordOf(box)), own_entries);
 
   // The reference, then the second import, its stances and objects one step.
   ASSERT_TRUE(CTarsaStandIn::Undo(*doc_) && CTarsaStandIn::Undo(*doc_));

@@ -62,13 +62,11 @@ TEST_F(StanceCycleTest, RestoreUpdateAndAppendBringEveryKindOfObjectWhereAKnownS
   const ZK_UUID unknown = ZK_UuidFromString("11111111-2222-4333-8444-555555555555");
   ZK_wString name(L"kept");
   for (const ZK_UUID& id : {unknown, ZK_nil_uuid}) {
-    EXPECT_FALSE(access_.GetStanceObjects(*doc_, id, objects));
-    EXPECT_FALSE(access_.GetStanceName(*doc_, id, name));
-    EXPECT_FALSE(access_.RestoreStance(*doc_, id));
-    EXPECT_FALSE(access_.RenameStance(*doc_, id, L"Other"));
-    EXPECT_FALSE(access_.UpdateStance(*doc_, id));
-    EXPECT_FALSE(access_.AppendStance(*doc_, id, Objects({box})));
-    EXPECT_FALSE(access_.DeleteStance(*doc_, id));
+    EXPECT_FALSE(access_.GetStanceObjects(*doc_, id, objects) ||
+                 access_.GetStanceName(*doc_, id, name) || access_.RestoreStance(*doc_, id) ||
+                 access_.RenameStance(*doc_, id, L"Other") || access_.UpdateStance(*doc_, id) ||
+                 access_.AppendStance(*doc_, id, Objects({box})) ||
+                 access_.DeleteStance(*doc_, id));
   }
   EXPECT_EQ(objects.Count(), 3);
   EXPECT_EQ(name, L"kept");

@@ -100,10 +100,11 @@ bool CKorvoObjectWrapper::Commit() {
 bool CKorvoObjectWrapper::ApplyStance(const ZK_UUID& stance_id) {
   const CKorvoUserData* record = GetRecord();
   const ZK_Xform* saved = record ? record->FindXform(stance_id) : nullptr;
-  CTarsaDoc* doc = saved ? Document() : nullptr;
-  if (doc == nullptr) return false;
+  if (saved == nullptr) return false;
   const ZK_Xform& current = record->m_accumulated_xform;
-  return SamePlacement(*saved, current) || MoveBy(*doc, MoveBack(current, *saved));
+  if (SamePlacement(*saved, current)) return true;
+  CTarsaDoc* doc = Document();
+  return doc != nullptr && MoveBy(*doc, MoveBack(current, *saved));
 }
 
 bool CKorvoObjectWrapper::MoveBy(CTarsaDoc& doc, const ZK_Xform& move) {

@@ -43,8 +43,9 @@ class CKorvoObjectWrapper {
   // when there is no document or the document refused the copy.
   bool Commit();
   // Moves the bound object to the placement saved for the stance: true when it was moved or was
-  // already in place (every element within 0.001); false when there is no document, no record,
-  // no entry for the stance, or the move failed. A moved wrapper is bound to the moved object.
+  // already in place (every element within 0.001); false when there is no record, no entry for
+  // the stance, or it must move and there is no document or the move failed. A moved wrapper is
+  // bound to the moved object.
   bool ApplyStance(const ZK_UUID& stance_id);
 
   const CTarsaObject* m_object;

@@ -156,6 +156,15 @@ class StanceDocumentTest : public HostSessionTest {
     }
     return ZK_PointGeometry::Cast(geometry)->Points();
   }
+  // Where each of the objects is, one after another.
+  std::vector<ZK_3dPoint> Placements(const std::vector<ZK_UUID>& ids) const {
+    std::vector<ZK_3dPoint> points;
+    for (const ZK_UUID& id : ids) {
+      const std::vector<ZK_3dPoint> placed = Placement(id);
+      points.insert(points.end(), placed.begin(), placed.end());
+    }
+    return points;
+  }
   static void ExpectNear(const std::vector<ZK_3dPoint>& a, const std::vector<ZK_3dPoint>& b) {
     ASSERT_EQ(a.size(), b.size());
     for (size_t i = 0; i < a.size(); ++i) {

@@ -128,10 +128,11 @@ class StanceDocumentTest : public HostSessionTest {
     const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
     return stance ? stance->m_id : ZK_nil_uuid;
   }
-  // The stances' names, in table order.
-  std::vector<std::wstring> Names() const {
+  // The stances' names, in table order; of this test's document unless another is given.
+  std::vector<std::wstring> Names(CTarsaDoc* doc = nullptr) const {
+    const CKorvoDocData& table = doc ? *KorvoPlugIn().DocData(doc->RuntimeSerialNumber()) : Table();
     std::vector<std::wstring> names;
-    for (int i = 0; i < Table().Count(); ++i) names.push_back(Table().m_entries[i]->m_name.Text());
+    for (int i = 0; i < table.Count(); ++i) names.push_back(table.m_entries[i]->m_name.Text());
     return names;
   }
   // What the host gets as the objects of the stance of that name, in document order: none when

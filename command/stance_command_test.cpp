@@ -110,13 +110,10 @@ TEST_F(StanceCommandTest, EveryOptionWorksOnTheStancesObjectsAndEveryTextHasItsI
     Move(door, ZK_Xform::Translation(0, 3, 0));
     Object(wheel)->Select(true, true, true, false);
     Stance({L"Update", L"side", L"Append", L"Side", L""});
-    const auto updated = Placement(door);
-    const auto appended = Placement(wheel);
-    Move(door, ZK_Xform::Scale(2, 2, 2));
-    Move(wheel, ZK_Xform::Scale(2, 2, 2));
+    const std::vector<ZK_3dPoint> placed = Placements({door, wheel});
+    for (const ZK_UUID& id : {door, wheel}) Move(id, ZK_Xform::Scale(2, 2, 2));
     Stance({L"Restore", L"Side", L""});
-    ExpectNear(Placement(door), updated);
-    ExpectNear(Placement(wheel), appended);
+    ExpectNear(Placements({door, wheel}), placed);
     const int redraws = CTarsaStandIn::RedrawCount(*doc_);
     Stance({L"Select", L"SIDE", L""});
     EXPECT_EQ(Object(door)->IsSelected(), 2);

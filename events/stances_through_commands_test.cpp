@@ -117,8 +117,7 @@ TEST_F(StancesThroughCommandsTest, DeletedCopiedAndReplacedObjectsHandOnTheirSta
   std::vector<ZK_3dPoint> copy_saved = saved;
   for (ZK_3dPoint& p : copy_saved) p.x += 10;
   ExpectNear(Placement(copy), copy_saved);
-  ExpectNear(Placement(twins.at(0)), Placement(d));
-  ExpectNear(Placement(twins.at(1)), Placement(copy));
+  ExpectNear(Placements(twins), Placements({d, copy}));
   // A restore is a move too: a duplicate made after it stays with its source.
   On(L"Move", {d}, L"0,0,2");
   Restore(L"T");

@@ -20,15 +20,14 @@ TEST_F(StanceCycleTest, RestoreUpdateAndAppendBringEveryKindOfObjectWhereAKnownS
   const std::vector<ZK_UUID> scene = {
       AddBox(),   Add(new ZK_Point({9, 9, 9})),    Add(new ZK_Polyline({{0, 0, 0}, {1, 2, 3}})),
       AddLight(), AddBox(TarsaObjectMode::hidden), AddBox(TarsaObjectMode::locked)};
-  std::vector<std::vector<ZK_3dPoint>> saved;
-  for (const ZK_UUID& id : scene) saved.push_back(Placement(id));
+  const std::vector<ZK_3dPoint> saved = Placements(scene);
   const ZK_UUID front = Save(L"Front", scene);
   for (const ZK_Xform& xform : {kShift, kTurn, kStretch}) {
     for (const ZK_UUID& id : scene) Move(id, xform);
   }
 
   EXPECT_TRUE(access_.RestoreStance(*doc_, front));
-  for (size_t i = 0; i < scene.size(); ++i) ExpectNear(Placement(scene[i]), saved[i]);
+  ExpectNear(Placements(scene), saved);
   EXPECT_EQ(Object(scene[4])->ObjectState(), CTarsaObject::hidden_object);
   EXPECT_EQ(Object(scene[5])->ObjectState(), CTarsaObject::locked_object);
   const int steps = CTarsaStandIn::UndoStepCount(*doc_);
@@ -43,18 +42,16 @@ TEST_F(StanceCycleTest, RestoreUpdateAndAppendBringEveryKindOfObjectWhereAKnownS
   const ZK_UUID point = Add(new ZK_Point({1, 1, 1}));
   Move(box, kShift);
   EXPECT_TRUE(access_.UpdateStance(*doc_, front));
-  const auto updated = Placement(box);
+  const std::vector<ZK_3dPoint> placed = Placements({box, point});
   Move(box, kTurn);
   ZK_SimpleArray<const CTarsaObject*> objects = Objects({point, box});
   objects.Append(nullptr);
   EXPECT_TRUE(access_.AppendStance(*doc_, front, objects));
   EXPECT_EQ(CTarsaStandIn::RegenCount(*doc_), regens + 3);
   EXPECT_EQ(RecordOf(box)->m_entries.GetSize(), 1);
-  const auto appended = Placement(point);
   Move(point, kTurn);
   access_.RestoreStance(*doc_, front);
-  ExpectNear(Placement(box), updated);
-  ExpectNear(Placement(point), appended);
+  ExpectNear(Placements({box, point}), placed);
   std::vector<ZK_UUID> members = scene;
   members.push_back(point);
   EXPECT_EQ(Members(L"Front"), members);

@@ -128,10 +128,11 @@ class StanceDocumentTest : public HostSessionTest {
     const CKorvoDocData::USER_DATA* stance = Table().FindByName(name);
     return stance ? stance->m_id : ZK_nil_uuid;
   }
-  // The stances' names, in table order.
-  std::vector<std::wstring> Names() const {
+  // The stances' names, in table order; of this test's document unless another is given.
+  std::vector<std::wstring> Names(CTarsaDoc* doc = nullptr) const {
+    const CKorvoDocData& table = doc ? *KorvoPlugIn().DocData(doc->RuntimeSerialNumber()) : Table();
     std::vector<std::wstring> names;
-    for (int i = 0; i < Table().Count(); ++i) names.push_back(Table().m_entries[i]->m_name.Text());
+    for (int i = 0; i < table.Count(); ++i) names.push_back(table.m_entries[i]->m_name.Text());
     return names;
   }
   // What the host gets as the objects of the stance of that name, in document order: none when
@@ -155,6 +156,15 @@ class StanceDocumentTest : public HostSessionTest {
       return {p, {p.x + d.x, p.y + d.y, p.z + d.z}};
     }
     return ZK_PointGeometry::Cast(geometry)->Points();
+  }
+  // Where each of the objects is, one after another.
+  std::vector<ZK_3dPoint> Placements(const std::vector<ZK_UUID>& ids) const {
+    std::vector<ZK_3dPoint> points;
+    for (const ZK_UUID& id : ids) {
+      const std::vector<ZK_3dPoint> placed = Placement(id);
+      points.insert(points.end(), placed.begin(), placed.end());
+    }
+    return points;
   }
   static void ExpectNear(const std::vector<ZK_3dPoint>& a, const std::vector<ZK_3dPoint>& b) {
     ASSERT_EQ(a.size(), b.size());

@@ -140,14 +140,13 @@ std::vector<KorvoStanceSummary> MeasureEveryStance(CTarsaDoc& doc, const CKorvoD
     const CKorvoUserData* record = CKorvoObjectWrapper(object).GetRecord();
     if (record == nullptr) continue;
     const ZK_Xform& current = record->m_accumulated_xform;
-    const bool restorable = object->HistoryRecord() == nullptr;
     for (int e = 0; e < record->m_entries.GetCount(); ++e) {
       const CKorvoUserData::USER_DATA& entry = *record->m_entries[e];
       const int stance = index.IndexOf(entry.m_id);
       if (stance < 0) continue;
       KorvoStanceSummary& summary = summaries[static_cast<size_t>(stance)];
       // Most members are in place: they count without a measure of their own.
-      if (restorable && !SamePlacement(entry.m_xform, current)) {
+      if (MemberState(*object, entry.m_xform, current) == KorvoMemberState::moved) {
         summary.Add(MeasureMember(*object, entry.m_xform, current));
       } else {
         ++summary.m_members;
